@@ -1,0 +1,217 @@
+#include "simulator/Unit.h"
+
+#include "protocol/Text.h"
+#include "simulator/CommandScanner.h"
+
+#include <charconv>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+constexpr std::string_view Done = "\r\nOk\r\n";
+
+struct Sides {
+    int inputs = 0;
+    int outputs = 0;
+};
+
+// The part between the first two hyphens of names such as KVN-24x16-SA.
+std::optional<Sides> sidesOfName(std::string_view name) {
+    const auto hyphen = name.find('-');
+    if (hyphen == std::string_view::npos)
+        return std::nullopt;
+    const char *const end = name.data() + name.size();
+    Sides sides;
+    const auto in = std::from_chars(name.data() + hyphen + 1, end, sides.inputs);
+    if (in.ec != std::errc{} || in.ptr == end || *in.ptr != 'x')
+        return std::nullopt;
+    const auto out = std::from_chars(in.ptr + 1, end, sides.outputs);
+    if (out.ec != std::errc{} || out.ptr == end || *out.ptr != '-')
+        return std::nullopt;
+    const auto fits = [](int count) { return count >= 1 && count <= Unit::MaxSide; };
+    if (!fits(sides.inputs) || !fits(sides.outputs))
+        return std::nullopt;
+    return sides;
+}
+
+} // namespace
+
+const Unit::Command Unit::Commands[] = {
+    {"CFG ?", &Unit::configuration}, {"STA O ", &Unit::status},     {"Con ", &Unit::connect},
+    {"DIS ", &Unit::disconnect},     {"MUT ", &Unit::mute},         {"VOL L ", &Unit::volumeLevel},
+    {"PST X ", &Unit::preset},       {"ECHO O", &Unit::switchEcho},
+};
+
+Unit::Unit(UnitOptions unitOptions) : options(std::move(unitOptions)) {
+    const std::optional<Sides> sides = sidesOfName(options.model);
+    if (!sides)
+        throw std::invalid_argument("the model name " + options.model + " tells no sizes");
+    inputCount = sides->inputs;
+    audioSide = options.model.ends_with('A');
+    outputSides.resize(static_cast<std::size_t>(sides->outputs));
+    for (int number = 1; number <= outputs() && number <= inputCount; ++number) {
+        at(number).video = number;
+        if (audioSide)
+            at(number).audio = number;
+    }
+}
+
+std::string Unit::answer(std::string_view command) {
+    try {
+        if (command.size() > MaxCommand)
+            throw Refusal("length");
+        CommandScanner scanner(command);
+        for (const auto &[start, act] : Commands) {
+            if (scanner.take(start))
+                return (this->*act)(scanner);
+        }
+        throw Refusal("command");
+    } catch (const Refusal &refusal) {
+        return std::string("\r\nERROR ").append(refusal.what()).append(CrLf);
+    }
+}
+
+const Unit::Output &Unit::at(int output) const {
+    return outputSides.at(static_cast<std::size_t>(output - 1));
+}
+
+Unit::Output &Unit::at(int output) { return outputSides.at(static_cast<std::size_t>(output - 1)); }
+
+// Readers find the first record 9 characters after the line's two leading blanks and each further
+// one 11 characters after the bracket that closes the one before.
+std::string Unit::statusLine(int output) const {
+    const Output &side = at(output);
+    return "\r\n  Output " + std::to_string(output) + " (A," + (side.muted ? "M" : "U") + ",0,V," +
+           side.volume + "," + std::to_string(side.audio) + ",D," + std::to_string(side.video) +
+           ")";
+}
+
+std::vector<int> Unit::outputList(CommandScanner &command) const {
+    std::vector<int> numbers;
+    do {
+        numbers.push_back(command.number(outputs(), "output"));
+    } while (command.take(","));
+    command.expect(")");
+    return numbers;
+}
+
+void Unit::requireAudio() const {
+    if (!audioSide)
+        throw Refusal("audio");
+}
+
+std::string Unit::configuration(CommandScanner &command) {
+    command.end();
+    return std::string(CrLf) + options.model + options.trailer;
+}
+
+std::string Unit::status(CommandScanner &command) {
+    const bool all = command.take("A");
+    const int only = all ? 0 : command.number(outputs(), "output");
+    command.end();
+    std::string reply = "\r\nSTA O ";
+    if (all) {
+        reply += "A";
+        for (int output = 1; output <= outputs(); ++output)
+            reply += statusLine(output);
+    } else {
+        reply += std::to_string(only) + statusLine(only);
+    }
+    return reply.append(CrLf);
+}
+
+std::string Unit::connect(CommandScanner &command) {
+    const int videoInput = command.number(inputCount, "input");
+    int audioInput = videoInput;
+    std::vector<int> videoOutputs;
+    std::vector<int> audioOutputs;
+    bool audioFollows = true;
+    if (command.take("(")) {
+        videoOutputs = outputList(command);
+        audioFollows = !command.atEnd();
+        if (audioFollows)
+            audioInput = command.number(inputCount, "input");
+    }
+    if (audioFollows) {
+        command.expect("F (");
+        audioOutputs = outputList(command);
+        command.end();
+        requireAudio();
+    }
+    for (const int output : videoOutputs)
+        at(output).video = videoInput;
+    for (const int output : audioOutputs)
+        at(output).audio = audioInput;
+    return std::string(Done);
+}
+
+std::string Unit::disconnect(CommandScanner &command) {
+    std::vector<int> videoOutputs;
+    std::vector<int> audioOutputs;
+    do {
+        const int output = command.number(outputs(), "output");
+        (command.take("F") ? audioOutputs : videoOutputs).push_back(output);
+    } while (command.take(","));
+    command.end();
+    if (!audioOutputs.empty())
+        requireAudio();
+    for (const int output : videoOutputs)
+        at(output).video = NotConnected;
+    for (const int output : audioOutputs)
+        at(output).audio = NotConnected;
+    return std::string(Done);
+}
+
+std::string Unit::mute(CommandScanner &command) {
+    const bool mutes = command.take("M ");
+    if (!mutes)
+        command.expect("U ");
+    const int output = command.number(outputs(), "output");
+    command.end();
+    requireAudio();
+    at(output).muted = mutes;
+    return std::string(Done);
+}
+
+std::string Unit::volumeLevel(CommandScanner &command) {
+    const int output = command.number(outputs(), "output");
+    if (command.take("?")) {
+        command.end();
+        return "\r\nVOL L " + std::to_string(output) + " " + at(output).volume + "\r\n";
+    }
+    command.expect(" ");
+    const std::string_view text = command.rest();
+    const std::optional<double> level = wholeNumberText(text);
+    if (!level || text.find(' ') != std::string_view::npos)
+        throw Refusal("number");
+    if (*level < MinVolume || *level > MaxVolume)
+        throw Refusal("volume");
+    requireAudio();
+    at(output).volume = decimalText(*level);
+    return std::string(Done);
+}
+
+// Preset p of a unit as delivered shows input p everywhere; the wire has no way to store another.
+std::string Unit::preset(CommandScanner &command) {
+    const int number = command.number(Presets, "preset");
+    command.end();
+    if (number > inputCount)
+        throw Refusal("input");
+    for (Output &side : outputSides) {
+        side.video = number;
+        if (audioSide)
+            side.audio = number;
+    }
+    return std::string(Done);
+}
+
+std::string Unit::switchEcho(CommandScanner &command) {
+    const bool on = command.take("N");
+    if (!on)
+        command.expect("FF");
+    command.end();
+    options.echo = on;
+    return {};
+}

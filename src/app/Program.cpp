@@ -1,0 +1,54 @@
+#include "app/Program.h"
+
+#include "app/ProgramLook.h"
+
+#include <QApplication>
+
+Program::Program(const Machine &machine)
+    : pump(machine.pump), messages(pump), display(linkState),
+      serial(linkState, exchange, machine.serialPort, pump, display),
+      network(linkState, exchange, machine.socket, pump, display),
+      dispatch(linkState, exchange, serial, network, pump), guard(dispatch, display, messages),
+      outputStatus(linkState, exchange, model, routing, dispatch, messages),
+      configuration(linkState, exchange, model, dispatch),
+      tools{linkState, exchange, pump,         serial,       network, dispatch,
+            display,   messages, guard,        outputStatus, configuration},
+      helpWindows{HelpWindow(HelpTopic::Connecting, pump), HelpWindow(HelpTopic::Disconnecting, pump),
+                  HelpWindow(HelpTopic::Volume, pump)},
+      setup(pump, linkState), about(pump), connectDialog(tools),
+      panel(tools, model, routing, panelState, *this), startWindow(tools, connectDialog, *this) {}
+
+void Program::start() {
+    display.ConnecthandleConnectionStatus();
+    startWindow.present();
+}
+
+void Program::openPanel() { panel.LoadForm(); }
+
+void Program::openSavedUnits(const std::string &word) { modeWord = word; }
+
+void Program::openAbout() { about.present(); }
+
+void Program::forgetUnitName() { panelState.SelectedUnitName.clear(); }
+
+void Program::endProgram() {
+    pump.end();
+    QApplication::quit();
+    for (QWidget *window : QApplication::topLevelWidgets())
+        window->hide();
+}
+
+void Program::showSetup() {
+    setup.present();
+    pump.runQueued();
+}
+
+void Program::hideSetup() { setup.unload(); }
+
+void Program::showHelp(HelpTopic topic) {
+    helpWindows.at(static_cast<std::size_t>(topic)).present();
+}
+
+void Program::restoreStartWindow() {
+    startWindow.setWindowState(startWindow.windowState() & ~Qt::WindowMinimized);
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "app/HelpWindow.h"
+#include "app/MessageDialogs.h"
+#include "app/dlgSetup.h"
+#include "app/frmAbout.h"
+#include "app/frmMain.h"
+#include "link/LinkTools.h"
+#include "link/dlgConnect.h"
+#include "panel/KVN32x32Audio.h"
+#include "platform/SerialPort.h"
+#include "platform/TcpSocket.h"
+
+#include <array>
+#include <string>
+
+/// What a program runs on.
+struct Machine {
+    EventPump &pump;
+    SerialPort &serialPort;
+    TcpSocket &socket;
+    std::string appPath; ///< the program's folder
+};
+
+/// The whole program: owns all state and all windows, and wires them.
+class Program : private StartHost, private PanelHost {
+public:
+    explicit Program(const Machine &machine);
+
+    /// Shows the start window.
+    void start();
+
+    LinkState linkState;
+    ExchangeState exchange;
+    ModelFacts model;
+    RoutingState routing;
+    PanelState panelState;
+    std::string modeWord; ///< how the saved units were opened: "Add" or "Cntl"
+
+private:
+    void openPanel() override;
+    void openSavedUnits(const std::string &word) override;
+    void openAbout() override;
+    void forgetUnitName() override;
+    void endProgram() override;
+    void showSetup() override;
+    void hideSetup() override;
+    void showHelp(HelpTopic topic) override;
+    void restoreStartWindow() override;
+
+    EventPump &pump;
+    MessageDialogs messages;
+    LinkStatusDisplay display;
+    SerialLink serial;
+    NetworkLink network;
+    LinkDispatch dispatch;
+    ActionGuard guard;
+    OutputStatusQuery outputStatus;
+    ConfigurationQuery configuration;
+    LinkTools tools;
+
+    std::array<HelpWindow, 3> helpWindows;
+    dlgSetup setup;
+    frmAbout about;
+    dlgConnect connectDialog;
+    KVN32x32Audio panel;
+    frmMain startWindow;
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+struct Rgb {
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    bool operator==(const Rgb &) const = default;
+};
+
+/// How a window is to show the link.
+struct LinkStatusLook {
+    std::string caption;
+    std::optional<Rgb> background; ///< none: the platform's button face
+    bool linkUp = false;           ///< which of the two pictures is shown
+    bool showLabel = false;        ///< make a hidden label visible too
+};
+
+/// A window with a status label and the two link pictures.
+class LinkStatusView {
+public:
+    virtual void showLinkStatus(const LinkStatusLook &look) = 0;
+
+protected:
+    LinkStatusView() = default;
+    LinkStatusView(const LinkStatusView &) = default;
+    LinkStatusView &operator=(const LinkStatusView &) = default;
+    ~LinkStatusView() = default;
+};
+
+/// The connection dialog's line on the progress of a network connect.
+class ConnectProgressView {
+public:
+    virtual void showConnectProgress(const std::string &text) = 0;
+
+protected:
+    ConnectProgressView() = default;
+    ConnectProgressView(const ConnectProgressView &) = default;
+    ConnectProgressView &operator=(const ConnectProgressView &) = default;
+    ~ConnectProgressView() = default;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+/// What the message and question dialogs share with their callers.
+struct MessageState {
+    std::string MessageText;
+    bool MessageShowing = false;
+    std::string ConfirmText;
+    bool YesNoShowing = false;
+    bool YesNoAnswer = false; ///< kept when the question is closed without an answer
+};
+
+/// The way to the user. Both calls hold their caller, letting events run, until the user closes the
+/// dialog or the program ends.
+class Messages {
+public:
+    virtual void ShowMessage(const std::string &text) = 0;
+    /// The answer is left in `YesNoAnswer`.
+    virtual void AskYesNo(const std::string &question) = 0;
+
+protected:
+    Messages() = default;
+    Messages(const Messages &) = default;
+    Messages &operator=(const Messages &) = default;
+    ~Messages() = default;
+};

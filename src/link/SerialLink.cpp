@@ -1,0 +1,90 @@
+#include "link/SerialLink.h"
+
+#include "platform/LinkError.h"
+#include "protocol/ReplyClass.h"
+
+namespace {
+constexpr std::string_view SettingsForUse = "38400,N,8,1";
+constexpr std::string_view SettingsForTest = "115200,N,8,1";
+constexpr double ReadPeriodSeconds = 0.3;
+} // namespace
+
+SerialLink::SerialLink(LinkState &linkState, ExchangeState &exchangeState, SerialPort &serialPort,
+                       EventPump &eventPump, LinkStatusDisplay &statusDisplay)
+    : link(linkState), exchange(exchangeState), port(serialPort), pump(eventPump),
+      display(statusDisplay) {}
+
+void SerialLink::TestCommPort(int portNumber) {
+    pump.runQueued();
+    link.SerialPortOpen = false;
+    if (pump.ended())
+        return;
+    try {
+        port.open(portNumber, SettingsForTest);
+    } catch (const LinkError &) {
+        return;
+    }
+    link.SerialPortOpen = true;
+    port.close();
+}
+
+void SerialLink::OpenSerialPort() { openForUse(link.SelectedCommPort); }
+
+void SerialLink::ReopenSerialPort(int portNumber) {
+    try {
+        openForUse(portNumber);
+    } catch (const LinkError &) {
+        link.SerialPortOpen = false;
+    }
+}
+
+void SerialLink::openForUse(int portNumber) {
+    closePort();
+    link.SerialPortOpen = false;
+    port.open(portNumber, SettingsForUse);
+    port.discardBuffers();
+    link.SerialPortOpen = true;
+    pump.runQueued();
+}
+
+void SerialLink::closePort() {
+    if (port.isOpen())
+        port.close();
+}
+
+void SerialLink::CloseSerialPort() {
+    if (!port.isOpen())
+        return;
+    port.close();
+    link.LinkKind = NoLinkKind;
+    link.SerialPortOpen = false;
+    display.ConnecthandleConnectionStatus();
+}
+
+void SerialLink::SerialWrite(std::string_view text) {
+    if (!port.isOpen())
+        ReopenSerialPort(link.SelectedCommPort);
+    port.write(text);
+}
+
+void SerialLink::SerialWriteGetResponse(std::string_view text) {
+    exchange.SerialRawReply.clear();
+    SerialWrite(text);
+    ReadSerialResponse();
+}
+
+void SerialLink::ReadSerialResponse() {
+    exchange.ResponseText.clear();
+    exchange.ReplyStatus = UnknownReply;
+    pump.runFor(ReadPeriodSeconds, [this] {
+        AppendSerialInput();
+        return false;
+    });
+    exchange.ReplyStatus = classifyReply(exchange.SerialRawReply);
+    if (exchange.ReplyStatus == RecognisedReply)
+        exchange.ResponseText = exchange.SerialRawReply;
+}
+
+void SerialLink::AppendSerialInput() {
+    appendReceived(exchange.SerialRawReply, port.readAll());
+}

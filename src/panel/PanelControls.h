@@ -1,0 +1,89 @@
+#pragma once
+
+#include "panel/PanelLayout.h"
+#include "panel/VolumeBox.h"
+#include "protocol/Table.h"
+#include "widgets/FaceButton.h"
+#include "widgets/Lamp.h"
+#include "widgets/LinkStatusWidgets.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+#include <vector>
+
+/// A row of controls, one per slot. Slot 0 exists but has no place on screen and is never seen.
+template <class Control> using ControlArray = Table<Control *, 32>;
+
+/// All controls of the panel, by their designed names, and where they stand. The sheet scales as a
+/// whole, text included.
+class PanelControls {
+public:
+    /// Makes the controls as children of `sheetWidget`.
+    explicit PanelControls(QWidget &sheetWidget);
+
+    /// Lays all controls out for the sheet's present size.
+    void layOut();
+
+    /// Gives the controls of a slot the names that a screen reader speaks, by the number that the
+    /// slot shows.
+    void nameInput(int slot, int number);
+    void nameOutput(int slot, int number);
+
+    ControlArray<FaceButton> InputVideoAudioButtons{"InputVideoAudioButtons"};
+    ControlArray<FaceButton> InputVideoButtons{"InputVideoButtons"};
+    ControlArray<FaceButton> InputAudioButtons{"InputAudioButtons"};
+    ControlArray<QLabel> InputNumberLabel{"InputNumberLabel"};
+    ControlArray<Lamp> InputVideoLamp{"InputVideoLamp"};
+    ControlArray<Lamp> InputAudioLamp{"InputAudioLamp"};
+    ControlArray<FaceButton> OutputVidAudButtons{"OutputVidAudButtons"};
+    ControlArray<FaceButton> OutputVideoButtons{"OutputVideoButtons"};
+    ControlArray<FaceButton> OutputAudioButtons{"OutputAudioButtons"};
+    ControlArray<QLabel> OutputNumberLabel{"OutputNumberLabel"};
+    ControlArray<Lamp> OutputVideoIndicator{"OutputVideoIndicator"};
+    ControlArray<Lamp> OutputAudioIndicator{"OutputAudioIndicator"};
+    ControlArray<QLineEdit> InputVideoConnected{"InputVideoConnected"};
+    ControlArray<QLineEdit> InputAudioConnected{"InputAudioConnected"};
+    ControlArray<VolumeBox> OutputVolumeValue{"OutputVolumeValue"};
+    ControlArray<FaceButton> MuteButton{"MuteButton"};
+
+    FaceButton *TakeButton = nullptr;
+    FaceButton *ClearButton = nullptr;
+    FaceButton *GoToPresets = nullptr;
+    FaceButton *ExitButton = nullptr;
+    FaceButton *VolumeUpButton = nullptr;
+    FaceButton *VolumeDownButton = nullptr;
+    QLabel *OutputVolumeLabel = nullptr;
+    QLabel *Label1 = nullptr;
+    QLabel *KVNNameLabel = nullptr;
+    QLabel *CorvaneTypeLabel = nullptr;
+    QLineEdit *SelectedOutputsHolder = nullptr;
+    QLineEdit *SelectedAudioOutputsHolder = nullptr;
+    QLineEdit *CurrentInputHolder = nullptr;
+    LinkStatusWidgets status;
+
+private:
+    struct Placed {
+        QWidget *control;
+        TwipRect rect;
+        bool growsWithText; ///< a label that takes more room when its text needs it
+    };
+
+    template <class Control, class... Arguments>
+    Control *make(const QString &name, const TwipRect &rect, Arguments &&...arguments);
+    template <class Control, class... Arguments>
+    void makeArray(ControlArray<Control> &array, const char *name, const SlotPlace &slots,
+                   Arguments &&...arguments);
+    QLabel *makeLabel(const char *name, const TwipRect &rect, const QString &text,
+                      Qt::Alignment alignment);
+    void makeInputs();
+    void makeOutputs();
+    void makeSingles();
+    void orderTabs();
+    [[nodiscard]] QFont fittingFont(double scale) const;
+    void placeLabel(const Placed &placed, double scale) const;
+
+    QWidget &sheet;
+    QWidget *nowhere; ///< the hidden parent of every slot 0
+    std::vector<Placed> placedControls;
+};

@@ -1,0 +1,79 @@
+#include "platform/QtSerialPort.h"
+
+#include "platform/ComPortNames.h"
+#include "platform/LinkError.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace {
+constexpr qint64 ReadBufferBytes = qint64{1} << 20;
+}
+
+QtSerialPort::QtSerialPort(std::string appPath) : programFolder(std::move(appPath)) {
+    port.setReadBufferSize(ReadBufferBytes);
+    QObject::connect(
+        &port, &QSerialPort::errorOccurred, &port,
+        [this](QSerialPort::SerialPortError error) {
+            if (error != QSerialPort::ResourceError || !port.isOpen())
+                return;
+            failure = port.errorString().toStdString();
+            port.close();
+        },
+        Qt::QueuedConnection);
+}
+
+std::string QtSerialPort::place() const {
+    return "COM" + std::to_string(portNumber) + " (" + comPortDevice(programFolder, portNumber) +
+           ")";
+}
+
+void QtSerialPort::configure(std::string_view settings) {
+    const QStringList fields =
+        QString::fromLatin1(settings.data(), static_cast<qsizetype>(settings.size()))
+            .split(QLatin1Char(','));
+    if (fields.size() != 4)
+        throw LinkError("Setting", place(), "unknown port settings");
+    const QString parity = fields[1];
+    port.setBaudRate(fields[0].toInt());
+    port.setParity(parity == QLatin1String("E")   ? QSerialPort::EvenParity
+                   : parity == QLatin1String("O") ? QSerialPort::OddParity
+                                                  : QSerialPort::NoParity);
+    port.setDataBits(static_cast<QSerialPort::DataBits>(fields[2].toInt()));
+    port.setStopBits(fields[3] == QLatin1String("2") ? QSerialPort::TwoStop : QSerialPort::OneStop);
+    port.setFlowControl(QSerialPort::NoFlowControl);
+}
+
+void QtSerialPort::open(int number, std::string_view settings) {
+    close();
+    portNumber = number;
+    port.setPortName(QString::fromStdString(comPortDevice(programFolder, number)));
+    configure(settings);
+    if (!port.open(QIODevice::ReadWrite)) {
+        failure = port.errorString().toStdString();
+        throw LinkError("Opening", place(), failure);
+    }
+}
+
+void QtSerialPort::close() {
+    if (port.isOpen())
+        port.close();
+    failure = "the port is not open";
+}
+
+bool QtSerialPort::isOpen() const { return port.isOpen(); }
+
+void QtSerialPort::discardBuffers() { port.clear(QSerialPort::AllDirections); }
+
+void QtSerialPort::write(std::string_view text) {
+    if (!port.isOpen())
+        throw LinkError("Writing to", place(), failure);
+    const auto length = static_cast<qint64>(text.size());
+    if (port.write(text.data(), length) != length)
+        throw LinkError("Writing to", place(), port.errorString().toStdString());
+}
+
+std::string QtSerialPort::readAll() {
+    return port.isOpen() ? port.readAll().toStdString() : std::string();
+}

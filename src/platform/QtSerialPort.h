@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/SerialPort.h"
+
+#include <QSerialPort>
+
+/// SerialPort over QSerialPort. A device that goes away is closed and reads as not open.
+class QtSerialPort : public SerialPort {
+public:
+    /// @param appPath the program's folder, where `ports/comN` may name devices
+    explicit QtSerialPort(std::string appPath);
+
+    void open(int portNumber, std::string_view settings) override;
+    void close() override;
+    [[nodiscard]] bool isOpen() const override;
+    void discardBuffers() override;
+    void write(std::string_view text) override;
+    std::string readAll() override;
+
+private:
+    [[nodiscard]] std::string place() const;
+    void configure(std::string_view settings);
+
+    std::string programFolder;
+    QSerialPort port;
+    int portNumber = 0;
+    std::string failure = "the port is not open"; ///< why the port is not open
+};

@@ -1,0 +1,63 @@
+#include "widgets/AddressBoxes.h"
+
+#include "protocol/Text.h"
+#include "widgets/TextConversion.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+
+namespace {
+constexpr int BoxCharacters = 3;
+constexpr double HighestNumber = 255.0;
+} // namespace
+
+AddressBoxes::AddressBoxes(const char *boxName, std::array<std::string, 5> &addressQuads,
+                           QWidget *parent)
+    : QWidget(parent), quads(addressQuads) {
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    for (int number = 0; number < 4; ++number) {
+        auto *edit = new QLineEdit(this);
+        edit->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(boxName)).arg(number));
+        edit->setAccessibleName(QStringLiteral("Address part %1").arg(number + 1));
+        edit->setMaxLength(BoxCharacters);
+        edit->setAlignment(Qt::AlignCenter);
+        edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 14);
+        connect(edit, &QLineEdit::textChanged, this, [this, number] { change(number); });
+        boxes.at(static_cast<std::size_t>(number)) = edit;
+        if (number > 0)
+            row->addWidget(new QLabel(QStringLiteral("."), this));
+        row->addWidget(edit);
+    }
+    row->addStretch();
+}
+
+void AddressBoxes::fill(const std::array<std::string, 5> &texts) {
+    for (std::size_t number = 0; number < boxes.size(); ++number) {
+        const QSignalBlocker silent(boxes.at(number));
+        boxes.at(number)->setText(shown(texts.at(number)));
+    }
+}
+
+void AddressBoxes::clear() { fill({}); }
+
+void AddressBoxes::change(int number) {
+    if (!accepts())
+        return;
+    const auto index = static_cast<std::size_t>(number);
+    const double value = leadingNumber(typed(boxes.at(index)->text()));
+    if (value < 0.0 || value > HighestNumber) {
+        boxes.at(index)->clear();
+        quads.at(index).clear();
+        return;
+    }
+    quads.at(index) = decimalText(value);
+    moveOnWhenFull(number);
+}
+
+void AddressBoxes::moveOnWhenFull(int number) {
+    if (number != 3 && box(number)->text().size() == box(number)->maxLength())
+        box(number + 1)->setFocus();
+}

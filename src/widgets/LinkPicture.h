@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QWidget>
+
+/// The picture of a link: two plugs, joined when it is up, apart when it is down.
+class LinkPicture : public QWidget {
+public:
+    explicit LinkPicture(bool linkUp, QWidget *parent = nullptr);
+    [[nodiscard]] QSize sizeHint() const override { return {56, 28}; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool up;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QObject>
+
+class LinkStatusDisplayTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void showsStates_data();
+    void showsStates();
+    void countsDots_data();
+    void countsDots();
+    void shortWords_data();
+    void shortWords();
+    void refreshes_data();
+    void refreshes();
+};

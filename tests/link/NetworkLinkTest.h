@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QObject>
+
+class NetworkLinkTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void connects_data();
+    void connects();
+    void cancelledInAnAttempt();
+    void connectedAlready();
+    void joinsPiecesAndDropsLateOnes();
+    void onlyTheFirstSendWaits();
+    void peerClosesBeforeTheSendIsComplete();
+    void sendsNothingOnAClosedLink();
+};

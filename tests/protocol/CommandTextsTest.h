@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QObject>
+
+class CommandTextsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyCommand_data();
+    void everyCommand();
+};

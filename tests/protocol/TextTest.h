@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QObject>
+
+class TextTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void takesParts_data();
+    void takesParts();
+    void readsNumbers_data();
+    void readsNumbers();
+    void roundsHalfToEven_data();
+    void roundsHalfToEven();
+    void writesDecimals_data();
+    void writesDecimals();
+};
