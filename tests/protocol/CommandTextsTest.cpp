@@ -1,19 +1,14 @@
 #include "CommandTextsTest.h"
 
 #include "protocol/CommandTexts.h"
+#include "support/DataTable.h"
 #include "support/toString.h"
 
-#include <QtTest/QtTest>
-
 void CommandTextsTest::everyCommand_data() {
-    QTest::addColumn<std::string>("text");
-    QTest::addColumn<std::string>("bytes");
-    const auto row = [](const char *name, std::string_view text, const char *bytes) {
-        QTest::newRow(name) << std::string(text) << std::string(bytes);
-    };
-    row("configuration", command::Configuration, "CFG ?\r\n");
-    row("echo off", command::EchoOff, "ECHO OFF\r");
-    row("status of all", command::StatusOfAllOutputs, "STA O A\r");
+    const DataTable<std::string, std::string> row("text", "bytes");
+    row("configuration", std::string(command::Configuration), "CFG ?\r\n");
+    row("echo off", std::string(command::EchoOff), "ECHO OFF\r");
+    row("status of all", std::string(command::StatusOfAllOutputs), "STA O A\r");
     row("status of one", command::statusOfOutput(12), "STA O 12\r");
     row("video", command::connectVideo(3, "12"), "Con 3(12)\r");
     row("audio", command::connectAudio(32, "1,2,7"), "Con 32F (1,2,7)\r");

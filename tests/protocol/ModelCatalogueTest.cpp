@@ -1,16 +1,13 @@
 #include "ModelCatalogueTest.h"
 
 #include "protocol/ModelCatalogue.h"
+#include "support/DataTable.h"
 #include "support/toString.h"
-
-#include <QtTest/QtTest>
-
-#include <array>
 
 namespace {
 
 /// What a unit of this model sets when its name and a line end come in. Without a description it
-/// sets nothing, 0 inputs leave both counts and 0 as a first slot leaves the maps.
+/// sets nothing; 0 inputs leave both counts, and 0 as a first slot the maps.
 struct Outcome {
     const char *model;
     int inputs = 0;
@@ -22,7 +19,7 @@ struct Outcome {
     int outputFirst = 0;
 };
 
-constexpr std::array<Outcome, 72> Outcomes{{
+constexpr Outcome Outcomes[] = {
     {"KVN-8x4-RGBA", 8, 4, "RGB", true, "RGB 8 x 4 with Audio", 5, 7},
     {"KVN-8x8-RGBA", 8, 8, "RGB", true, "RGB 8 x 8 with Audio", 5, 5},
     {"KVN-12x8-RGBA", 12, 8, "RGB", true, "RGB 12 x 8 with Audio", 3, 5},
@@ -95,166 +92,109 @@ constexpr std::array<Outcome, 72> Outcomes{{
     {"KVN-24x16-HDA", 24, 16, "HD", false, "HD 24x16 with Audio", 1, 1},
     {"KVN-32x16-HD", 32, 16, "HD", false, "HD 32x16 with Audio", 1, 1},
     {"KVN-32x16-HDA", 32, 16, "HD", false, "HD 32x16 with Audio", 1, 1},
-}};
+};
 
-constexpr int StaleInputs = 8;
-constexpr int StaleFirst = 5;
-
-using Map = Table<int, 32>;
-
-QByteArray entries(const Map &map) {
+QByteArray entries(const Table<int, 32> &map) {
     QByteArray text;
     for (const int entry : map)
         text += QByteArray::number(entry) + ' ';
     return text;
 }
 
-/// `count` numbers mapped to the slots from `first` on, over the maps that were there before.
-void map(Map &slotOfNumber, Map &numberOfSlot, int first, int count) {
-    for (int number = 1; first > 0 && number <= count; ++number) {
-        slotOfNumber[number] = first + number - 1;
-        numberOfSlot[first + number - 1] = number;
-    }
-}
-
-void compareMaps(const ModelFacts &facts, const ModelFacts &expected) {
-    QCOMPARE(entries(facts.InputButtonIndex), entries(expected.InputButtonIndex));
-    QCOMPARE(entries(facts.ButtonInput), entries(expected.ButtonInput));
-    QCOMPARE(entries(facts.OutputButtonIndex), entries(expected.OutputButtonIndex));
-    QCOMPARE(entries(facts.ButtonOutput), entries(expected.ButtonOutput));
+/// The entries of a map that holds `first`, `first` + 1 and so on from index `at`, `count` of them.
+QByteArray ramp(int at, int first, int count) {
+    Table<int, 32> map("expected");
+    for (int step = 0; step < count; ++step)
+        map[at + step] = first + step;
+    return entries(map);
 }
 
 } // namespace
 
 void ModelCatalogueTest::everyModel_data() {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<bool>("stale");
-    for (int index = 0; index < 72; ++index) {
-        const char *const model = Outcomes.at(static_cast<std::size_t>(index)).model;
-        QTest::addRow("%s first", model) << index << false;
-        QTest::addRow("%s after an 8x8", model) << index << true;
-    }
+    const DataTable<const Outcome *> row("outcome");
+    for (const Outcome &outcome : Outcomes)
+        row(outcome.model, &outcome);
 }
 
 void ModelCatalogueTest::everyModel() {
-    QFETCH(int, index);
-    QFETCH(bool, stale);
-    const Outcome &outcome = Outcomes.at(static_cast<std::size_t>(index));
+    QFETCH(const Outcome *, outcome);
+    constexpr int CountBefore = 9;
     ModelFacts facts;
-    ModelFacts expected;
-    if (stale) {
-        SelectModelSetup(facts, "KVN-8x8-RGBA", 1);
-        expected.NumInputs = expected.NumOutputs = StaleInputs;
-        expected.HasAudio = true;
-        expected.SignalType = "RGB";
-        expected.ModelDescription = "RGB 8 x 8 with Audio";
-        map(expected.InputButtonIndex, expected.ButtonInput, StaleFirst, StaleInputs);
-        map(expected.OutputButtonIndex, expected.ButtonOutput, StaleFirst, StaleInputs);
-    }
+    facts.NumInputs = facts.NumOutputs = CountBefore;
 
-    SelectModelSetup(facts, "\r\n" + std::string(outcome.model) + "\r\n", 3);
+    SelectModelSetup(facts, "\r\n" + std::string(outcome->model) + "\r\n", 3);
 
-    if (outcome.inputs != 0) {
-        expected.NumInputs = outcome.inputs;
-        expected.NumOutputs = outcome.outputs;
-    }
-    if (*outcome.description != '\0') {
-        expected.SignalType = outcome.signal;
-        expected.HasAudio = outcome.audio;
-        expected.ModelDescription = outcome.description;
-    }
-    map(expected.InputButtonIndex, expected.ButtonInput, outcome.inputFirst, expected.NumInputs);
-    map(expected.OutputButtonIndex, expected.ButtonOutput, outcome.outputFirst, expected.NumInputs);
-    QCOMPARE(facts.NumInputs, expected.NumInputs);
-    QCOMPARE(facts.NumOutputs, expected.NumOutputs);
-    QCOMPARE(facts.SignalType, expected.SignalType);
-    QCOMPARE(facts.HasAudio, expected.HasAudio);
-    QCOMPARE(facts.ModelDescription, expected.ModelDescription);
-    compareMaps(facts, expected);
+    const int inputs = outcome->inputs == 0 ? CountBefore : outcome->inputs;
+    QCOMPARE(facts.NumInputs, inputs);
+    QCOMPARE(facts.NumOutputs, outcome->outputs == 0 ? CountBefore : outcome->outputs);
+    QCOMPARE(facts.SignalType, std::string(outcome->signal));
+    QCOMPARE(facts.HasAudio, outcome->audio);
+    QCOMPARE(facts.ModelDescription, std::string(outcome->description));
+    const int in = outcome->inputFirst;
+    const int out = outcome->outputFirst;
+    // Both sides are counted by the inputs.
+    QCOMPARE(entries(facts.InputButtonIndex), ramp(1, in, in == 0 ? 0 : inputs));
+    QCOMPARE(entries(facts.ButtonInput), ramp(in, 1, in == 0 ? 0 : inputs));
+    QCOMPARE(entries(facts.OutputButtonIndex), ramp(1, out, out == 0 ? 0 : inputs));
+    QCOMPARE(entries(facts.ButtonOutput), ramp(out, 1, out == 0 ? 0 : inputs));
 }
 
 void ModelCatalogueTest::otherReplies_data() {
-    QTest::addColumn<std::string>("reply");
-    QTest::addColumn<std::string>("description");
-    const auto row = [](const char *reply, const char *description) {
-        QTest::newRow(reply) << std::string(reply) << std::string(description);
-    };
-    row("KVN-16x8-RGB", "RGB 16 x 8 No Audio");
-    row("KVN-16x8-C", "COMPOSITE 16 x 8 with Audio");
-    row("KVN-16x8-S", "SVIDEO 16 x 8 No Audio");
-    row("KVN-16x8-RGB ", "");
-    row("KVN-16x8-CA", "");
-    row("KVN-8x4-RGB ", "RGB 8 x 4 No Audio");
-    row("KVN-8x4-RGBAx", "RGB 8 x 4 with Audio");
-    row("KVN-24x16-RGBA", "RGB 24 x16 no Audio");
-    row("kvn-8x4-rgb", "");
-    row("KVN-8x4-RG", "");
-    row("KVN-9x9-RGB", "");
-    row("RTQ-8x4-RGB", "");
-    row(" KVN-8x4-RGB", "");
-    row("", "");
+    const DataTable<int, std::string> row("position", "description");
+    row("KVN-16x8-RGB", 1, "RGB 16 x 8 No Audio");
+    row("KVN-16x8-C", 1, "COMPOSITE 16 x 8 with Audio");
+    row("KVN-16x8-S", 1, "SVIDEO 16 x 8 No Audio");
+    row("KVN-16x8-RGB ", 1, "");
+    row("KVN-8x4-RGB ", 1, "RGB 8 x 4 No Audio");
+    row("KVN-8x4-RGBAx", 1, "RGB 8 x 4 with Audio");
+    row("kvn-8x4-rgb", 1, "");
+    row("KVN-9x9-RGB", 1, "");
+    row("RTQ-8x4-RGB", 1, "");
+    row("xKVN-8x4-RGB", 1, "");
+    row("KVN-8x4-HD", 2, "");
+    row("KVN-8x4-HDA", 12, "");
+    row("", 1, "");
 }
 
 void ModelCatalogueTest::otherReplies() {
-    QFETCH(std::string, reply);
+    QFETCH(int, position);
     ModelFacts facts;
-    SelectModelSetup(facts, reply, 1);
+    SelectModelSetup(facts, QTest::currentDataTag(), position);
     QTEST(facts.ModelDescription, "description");
 }
 
-void ModelCatalogueTest::lookUpStartsAtThePosition() {
-    const std::string reply = "KVN-8x4-RGB";
+void ModelCatalogueTest::unwrittenFactsStay() {
     ModelFacts facts;
-    SelectModelSetup(facts, reply, 2);
-    SelectModelSetup(facts, reply, 12);
-    SelectModelSetup(facts, reply, 13);
+    SelectModelSetup(facts, "KVN-8x4-C", 1);
     QCOMPARE(facts.NumInputs, 0);
-    SelectModelSetup(facts, reply, 1);
-    QCOMPARE(facts.NumInputs, 8);
-}
+    QCOMPARE(entries(facts.OutputButtonIndex), ramp(0, 0, 0));
 
-void ModelCatalogueTest::staleMapsStay() {
-    ModelFacts facts;
     SelectModelSetup(facts, "KVN-32x32-RGBA", 1);
-    const ModelFacts before = facts;
     SelectModelSetup(facts, "KVN-8x4-HD", 1);
     QCOMPARE(facts.NumInputs, 8);
-    QCOMPARE(facts.NumOutputs, 4);
-    compareMaps(facts, before);
-    QCOMPARE(facts.InputButtonIndex[32], 32);
-
-    // Every map keeps the entries that a smaller model does not write.
+    QCOMPARE(entries(facts.InputButtonIndex), ramp(1, 1, 32));
     SelectModelSetup(facts, "KVN-8x4-RGB", 1);
     QCOMPARE(facts.OutputButtonIndex[8], 14);
     QCOMPARE(facts.OutputButtonIndex[9], 9);
-    QCOMPARE(facts.ButtonOutput[14], 8);
     QCOMPARE(facts.ButtonOutput[15], 15);
     QCOMPARE(facts.ButtonIndex, 15);
     QCOMPARE(facts.LoopIndex, 9);
 }
 
-void ModelCatalogueTest::staleCountThatDoesNotFit_data() {
-    QTest::addColumn<std::string>("reply");
-    QTest::addColumn<std::string>("text");
-    QTest::addColumn<int>("lastSlot"); // the slot of input 29
-    QTest::newRow("input buttons")
-        << std::string("KVN-8x4-C") << std::string("ButtonInput has no index 33 (0 to 32)") << 33;
-    QTest::newRow("output buttons")
-        << std::string("KVN-16x8-S") << std::string("ButtonOutput has no index 33 (0 to 32)") << 29;
-}
-
-void ModelCatalogueTest::staleCountThatDoesNotFit() {
-    QFETCH(std::string, reply);
-    ModelFacts facts;
-    SelectModelSetup(facts, "KVN-32x16-RGB", 1);
-    std::string text;
-    try {
-        SelectModelSetup(facts, reply, 1);
-    } catch (const RangeError &error) {
-        text = error.what();
+void ModelCatalogueTest::countThatDoesNotFit() {
+    for (const auto &[model, table] :
+         {std::pair("KVN-8x4-C", "ButtonInput"), std::pair("KVN-16x8-S", "ButtonOutput")}) {
+        ModelFacts facts;
+        SelectModelSetup(facts, "KVN-32x16-RGB", 1);
+        std::string text;
+        try {
+            SelectModelSetup(facts, model, 1);
+        } catch (const RangeError &error) {
+            text = error.what();
+        }
+        QCOMPARE(text, std::string(table) + " has no index 33 (0 to 32)");
+        QCOMPARE(facts.ModelDescription, std::string("RGB 32 x16 no Audio"));
+        QCOMPARE(entries(facts.ButtonInput), ramp(1, 1, 32));
     }
-    QTEST(text, "text");
-    QCOMPARE(facts.NumInputs, 32);
-    QCOMPARE(facts.NumOutputs, 16);
-    QTEST(facts.InputButtonIndex[29], "lastSlot");
 }

@@ -10,8 +10,6 @@ private Q_SLOTS:
     void everyModel();
     void otherReplies_data();
     void otherReplies();
-    void lookUpStartsAtThePosition();
-    void staleMapsStay();
-    void staleCountThatDoesNotFit_data();
-    void staleCountThatDoesNotFit();
+    void unwrittenFactsStay();
+    void countThatDoesNotFit();
 };

@@ -10,8 +10,5 @@ private Q_SLOTS:
     void takesParts();
     void readsNumbers_data();
     void readsNumbers();
-    void roundsHalfToEven_data();
-    void roundsHalfToEven();
-    void writesDecimals_data();
-    void writesDecimals();
+    void writesNumbers();
 };

@@ -1,0 +1,9 @@
+#include "TakeTest.h"
+#include "support/runTests.h"
+
+#include <QApplication>
+
+int main(int argc, char **argv) {
+    const QApplication application(argc, argv);
+    return runTests<TakeTest>(argc, argv);
+}

@@ -1,0 +1,77 @@
+#include "support/ProgramFixture.h"
+
+#include "support/LinkFixture.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QtTest/QtTest>
+
+ProgramFixture::ProgramFixture(UnitOptions options)
+    : unit(std::move(options)), program({pump, serialPort, socket, std::string()}) {
+    serialPort.present = {7};
+    serialPort.wire.device = LinkFixture::answerOf(serialUnitPort);
+    socket.wire.device = LinkFixture::answerOf(networkUnitPort);
+    pump.eachTurn = [] { QCoreApplication::processEvents(); };
+    program.start();
+}
+
+QWidget *ProgramFixture::window(const char *name) {
+    for (QWidget *candidate : QApplication::topLevelWidgets()) {
+        if (candidate->objectName() == QLatin1String(name))
+            return candidate;
+    }
+    return nullptr;
+}
+
+void ProgramFixture::click(const char *windowName, const QString &name) {
+    auto *button = control<>(windowName, name);
+    QVERIFY2(button, qPrintable(name));
+    QVERIFY2(button->isVisible() && button->isEnabled(), qPrintable(name));
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+bool ProgramFixture::isShown(const char *windowName) { return window(windowName)->isVisible(); }
+
+QString ProgramFixture::labelText(const char *windowName, const QString &name) {
+    return control<QLabel>(windowName, name)->text();
+}
+
+void ProgramFixture::answerMessages() {
+    pump.eachTurn = [this] {
+        QCoreApplication::processEvents();
+        if (isShown("dlgOK")) {
+            messages.push_back(labelText("dlgOK", QStringLiteral("OKLabel")));
+            click("dlgOK", QStringLiteral("OKButton"));
+        }
+    };
+}
+
+void ProgramFixture::openPanelOverSerial() {
+    answerMessages();
+    pump.in(0.1, [this] {
+        QTest::mouseClick(control<>("dlgConnect", QStringLiteral("ConnectSerialOption")),
+                          Qt::LeftButton);
+        auto *ports = control<QComboBox>("dlgConnect", QStringLiteral("SerialPortsCombo"));
+        QTest::keyClick(ports, Qt::Key_Down);
+        pump.in(0.1, [] { click("dlgConnect", QStringLiteral("Connect2SerialButton")); });
+    });
+    click("frmMain", QStringLiteral("MainControlButton_0"));
+}
+
+void ProgramFixture::openPanelOverNetwork() {
+    answerMessages();
+    pump.in(0.1, [] {
+        QTest::mouseClick(control<>("dlgConnect", QStringLiteral("ConnectIPOption")),
+                          Qt::LeftButton);
+        for (int box = 0; box < 4; ++box)
+            QTest::keyClicks(control<QLineEdit>("dlgConnect",
+                                                QStringLiteral("IPAddressQuadConnect_%1").arg(box)),
+                             QStringLiteral("%1").arg(10 + box));
+        click("dlgConnect", QStringLiteral("Connect2IPButton"));
+    });
+    click("frmMain", QStringLiteral("MainControlButton_0"));
+}
+
+std::string ProgramFixture::takeWritten() {
+    return std::exchange(serialPort.wire.written, {}) + std::exchange(socket.wire.written, {});
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/Program.h"
+#include "simulator/UnitPort.h"
+#include "support/FakeSerialPort.h"
+#include "support/FakeTcpSocket.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <string>
+
+/// The whole program with its real windows, on fakes joined to one simulated unit: COM7, and any
+/// address that is connected. Windows and their controls are found by their names.
+class ProgramFixture {
+public:
+    explicit ProgramFixture(UnitOptions options = {});
+
+    FakePump pump;
+    FakeSerialPort serialPort{pump};
+    FakeTcpSocket socket{pump};
+    Unit unit;
+    UnitPort serialUnitPort{unit};
+    UnitPort networkUnitPort{unit};
+    Program program;
+
+    [[nodiscard]] static QWidget *window(const char *name);
+    template <class Control = QAbstractButton>
+    [[nodiscard]] static Control *control(const char *windowName, const QString &name) {
+        return window(windowName)->findChild<Control *>(name);
+    }
+    static void click(const char *windowName, const QString &name);
+    [[nodiscard]] static bool isShown(const char *windowName);
+    [[nodiscard]] static QString labelText(const char *windowName, const QString &name);
+
+    /// Every message that comes from now on is noted in `messages` and closed with OK.
+    void answerMessages();
+    std::vector<QString> messages;
+
+    /// From the start window through the connection dialog to an open panel.
+    void openPanelOverSerial();
+    void openPanelOverNetwork();
+
+    /// What went to the unit since the last call, both links.
+    std::string takeWritten();
+};
