@@ -15,7 +15,7 @@
 class FaultyLine : public QObject {
     Q_OBJECT
 public:
-    static constexpr qint64 Room = 256 * 1024;    ///< bytes under way that call for a pause
+    static constexpr qint64 Room = 262'144;       ///< bytes under way that call for a pause
     static constexpr int PieceGapMs = 3;          ///< from one piece to the next
     static constexpr int HangUpDelayMs = 20;      ///< lets the peer see the first half
     static constexpr int FloodGapMs = 10;         ///< from one chunk of a flood to the next

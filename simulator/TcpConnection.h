@@ -9,7 +9,7 @@
 class TcpConnection : public QObject, private Wire {
     Q_OBJECT
 public:
-    static constexpr qint64 ReadAhead = 16 * 1024; ///< bytes taken from the peer before their turn
+    static constexpr qint64 ReadAhead = 16'384; ///< bytes taken from the peer before their turn
 
     TcpConnection(const Bench &bench, QTcpSocket *peer, QObject *parent);
 

@@ -8,11 +8,8 @@ class LinkDispatchTest : public QObject {
 private Q_SLOTS:
     void exchanges_data();
     void exchanges();
-    void keepsOneMebibyte_data();
     void keepsOneMebibyte();
     void dropsEverythingWithoutALinkKind();
-    void disconnects_data();
     void disconnects();
-    void sendsNothingAfterTheEnd_data();
     void sendsNothingAfterTheEnd();
 };

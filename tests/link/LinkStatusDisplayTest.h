@@ -6,9 +6,6 @@ class LinkStatusDisplayTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void showsStates_data();
-    void showsStates();
-    void countsDots_data();
     void countsDots();
     void shortWords_data();
     void shortWords();

@@ -8,10 +8,8 @@ class NetworkLinkTest : public QObject {
 private Q_SLOTS:
     void connects_data();
     void connects();
-    void cancelledInAnAttempt();
     void connectedAlready();
     void joinsPiecesAndDropsLateOnes();
     void onlyTheFirstSendWaits();
-    void peerClosesBeforeTheSendIsComplete();
-    void sendsNothingOnAClosedLink();
+    void tellsWhyItFails();
 };

@@ -8,6 +8,5 @@ class OutputStatusQueryTest : public QObject {
 private Q_SLOTS:
     void parsesTheSecondReply_data();
     void parsesTheSecondReply();
-    void serialSilence();
-    void networkSilence();
+    void silence();
 };

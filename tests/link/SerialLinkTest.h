@@ -6,14 +6,10 @@ class SerialLinkTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void testsAPort_data();
-    void testsAPort();
-    void opensForUse();
+    void opensPorts();
     void replyCutByThePeriodPollutesTheNext();
     void healsAfterThePortWasClosed();
-    void nestedExchangeInAReopenIsNotMixedIn();
     void exchangeFromAnEventTakesOver();
-    void portThatVanished();
-    void writeThatFails();
-    void closesForGoodOnlyWhenOpen();
+    void exchangeInAReopenIsNotMixedIn();
+    void tellsWhyItFails();
 };

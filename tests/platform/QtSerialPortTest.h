@@ -11,6 +11,5 @@ private Q_SLOTS:
     void doesNotOpen_data();
     void doesNotOpen();
     void healsWhenTheDeviceIsBack();
-    void namesDevices_data();
     void namesDevices();
 };

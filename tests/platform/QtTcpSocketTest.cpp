@@ -7,6 +7,7 @@
 #include "platform/QtEventPump.h"
 #include "platform/QtTcpSocket.h"
 #include "support/DataTable.h"
+#include "support/failureOf.h"
 #include "support/toString.h"
 
 #include <QTcpServer>
@@ -16,12 +17,7 @@ namespace {
 constexpr auto Loopback = "127.0.0.1";
 
 std::string failureOfSend(QtTcpSocket &socket) {
-    try {
-        socket.send("CFG ?\r\n");
-    } catch (const LinkError &error) {
-        return error.what();
-    }
-    return {};
+    return failureOf<LinkError>([&] { socket.send("CFG ?\r\n"); });
 }
 
 void settle(QtTcpSocket &socket, SocketState state) {

@@ -2,6 +2,7 @@
 
 #include "protocol/ModelCatalogue.h"
 #include "support/DataTable.h"
+#include "support/failureOf.h"
 #include "support/toString.h"
 
 namespace {
@@ -187,13 +188,8 @@ void ModelCatalogueTest::countThatDoesNotFit() {
          {std::pair("KVN-8x4-C", "ButtonInput"), std::pair("KVN-16x8-S", "ButtonOutput")}) {
         ModelFacts facts;
         SelectModelSetup(facts, "KVN-32x16-RGB", 1);
-        std::string text;
-        try {
-            SelectModelSetup(facts, model, 1);
-        } catch (const RangeError &error) {
-            text = error.what();
-        }
-        QCOMPARE(text, std::string(table) + " has no index 33 (0 to 32)");
+        const auto fit = [&, name = model] { SelectModelSetup(facts, name, 1); };
+        QCOMPARE(failureOf<RangeError>(fit), std::string(table) + " has no index 33 (0 to 32)");
         QCOMPARE(facts.ModelDescription, std::string("RGB 32 x16 no Audio"));
         QCOMPARE(entries(facts.ButtonInput), ramp(1, 1, 32));
     }

@@ -2,7 +2,6 @@
 
 #include "protocol/ReplyClass.h"
 #include "support/DataTable.h"
-#include "support/toString.h"
 
 void ReplyClassTest::classifies_data() {
     const DataTable<std::string, int> row("reply", "status");
@@ -26,14 +25,4 @@ void ReplyClassTest::classifies_data() {
 void ReplyClassTest::classifies() {
     QFETCH(std::string, reply);
     QTEST(classifyReply(reply), "status");
-}
-
-void ReplyClassTest::keepsOneMebibyte() {
-    std::string reply;
-    appendReceived(reply, "\r\nOk" + std::string(1048570, 'a'));
-    appendReceived(reply, "bcde");
-    QCOMPARE(reply.size(), std::size_t{1048576});
-    QCOMPARE(reply.substr(1048572), std::string("aabc"));
-    appendReceived(reply, "f");
-    QCOMPARE(reply.size(), std::size_t{1048576});
 }

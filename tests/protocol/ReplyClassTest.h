@@ -8,5 +8,4 @@ class ReplyClassTest : public QObject {
 private Q_SLOTS:
     void classifies_data();
     void classifies();
-    void keepsOneMebibyte();
 };

@@ -287,7 +287,7 @@ void SimulatorProgramTest::holdsBackAPeerThatNeverReads() {
     const auto modest = simulator.connectByTcp();
     QVERIFY(greedy && modest);
     // Answers to all of this would take some 180 megabytes.
-    const QByteArray commands = QByteArray("STA O A\r").repeated(128 * 1024);
+    const QByteArray commands = QByteArray("STA O A\r").repeated(131'072);
     greedy->write(commands);
     QVERIFY(greedy->waitForBytesWritten(RunningSimulator::PatienceMs));
     modest->write("PST X 1\r");

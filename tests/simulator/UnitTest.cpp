@@ -159,7 +159,7 @@ void UnitTest::everyModelHasTheSizesOfItsName() {
 void UnitTest::refusesNamesWithoutSizes() {
     for (const char *model : {"", "KVN", "KVN-", "KVN-8x", "KVN-8x4", "KVN-8-4-S", "KVN-x4-S",
                               "KVN-0x4-S", "KVN-8x33-S", "KVN-33x8-S", "KVN--8x4-S"})
-        QVERIFY_EXCEPTION_THROWN(Unit(UnitOptions{.model = model}), std::invalid_argument);
+        QVERIFY_THROWS_EXCEPTION(std::invalid_argument, Unit(UnitOptions{.model = model}));
 }
 
 void UnitTest::statusRecordsStandWhereReadersLook() {
