@@ -49,12 +49,10 @@ Unit::Unit(UnitOptions unitOptions) : options(std::move(unitOptions)) {
     if (!sides)
         throw std::invalid_argument("the model name " + options.model + " tells no sizes");
     inputCount = sides->inputs;
-    audioSide = options.model.ends_with('A');
     outputSides.resize(static_cast<std::size_t>(sides->outputs));
     for (int number = 1; number <= outputs() && number <= inputCount; ++number) {
         at(number).video = number;
-        if (audioSide)
-            at(number).audio = number;
+        at(number).audio = number;
     }
 }
 
@@ -97,11 +95,6 @@ std::vector<int> Unit::outputList(CommandScanner &command) const {
     return numbers;
 }
 
-void Unit::requireAudio() const {
-    if (!audioSide)
-        throw Refusal("audio");
-}
-
 std::string Unit::configuration(CommandScanner &command) {
     command.end();
     return std::string(CrLf) + options.model + options.trailer;
@@ -138,7 +131,6 @@ std::string Unit::connect(CommandScanner &command) {
         command.expect("F (");
         audioOutputs = outputList(command);
         command.end();
-        requireAudio();
     }
     for (const int output : videoOutputs)
         at(output).video = videoInput;
@@ -155,8 +147,6 @@ std::string Unit::disconnect(CommandScanner &command) {
         (command.take("F") ? audioOutputs : videoOutputs).push_back(output);
     } while (command.take(","));
     command.end();
-    if (!audioOutputs.empty())
-        requireAudio();
     for (const int output : videoOutputs)
         at(output).video = NotConnected;
     for (const int output : audioOutputs)
@@ -170,7 +160,6 @@ std::string Unit::mute(CommandScanner &command) {
         command.expect("U ");
     const int output = command.number(outputs(), "output");
     command.end();
-    requireAudio();
     at(output).muted = mutes;
     return std::string(Done);
 }
@@ -188,7 +177,6 @@ std::string Unit::volumeLevel(CommandScanner &command) {
         throw Refusal("number");
     if (*level < MinVolume || *level > MaxVolume)
         throw Refusal("volume");
-    requireAudio();
     at(output).volume = decimalText(*level);
     return std::string(Done);
 }
@@ -201,8 +189,7 @@ std::string Unit::preset(CommandScanner &command) {
         throw Refusal("input");
     for (Output &side : outputSides) {
         side.video = number;
-        if (audioSide)
-            side.audio = number;
+        side.audio = number;
     }
     return std::string(Done);
 }

@@ -14,8 +14,8 @@ struct UnitOptions {
 };
 
 /// A matrix switcher: its routing, mutes and volumes, and what it answers to commands. The numbers
-/// of inputs and outputs and the audio side come from the model's name. Inputs and outputs count
-/// from 1. Nothing of it depends on time; equal commands to equal units give equal answers.
+/// of inputs and outputs come from the model's name; every unit takes the audio commands, with or
+/// without connectors for them. Inputs and outputs count from 1. Nothing of it depends on time; equal commands to equal units give equal answers.
 class Unit {
 public:
     static constexpr std::size_t MaxCommand = 4096; ///< bytes of a command without its terminator
@@ -38,7 +38,6 @@ public:
     [[nodiscard]] bool echo() const { return options.echo; }
     [[nodiscard]] int inputs() const { return inputCount; }
     [[nodiscard]] int outputs() const { return static_cast<int>(outputSides.size()); }
-    [[nodiscard]] bool hasAudio() const { return audioSide; }
 
     // `output` is in 1..outputs(); std::out_of_range otherwise.
     [[nodiscard]] int videoInput(int output) const { return at(output).video; }
@@ -63,7 +62,6 @@ private:
     Output &at(int output);
     [[nodiscard]] std::string statusLine(int output) const;
     [[nodiscard]] std::vector<int> outputList(CommandScanner &command) const;
-    void requireAudio() const;
 
     std::string configuration(CommandScanner &command);
     std::string status(CommandScanner &command);
@@ -76,6 +74,5 @@ private:
 
     UnitOptions options;
     int inputCount = 0;
-    bool audioSide = false;
     std::vector<Output> outputSides;
 };

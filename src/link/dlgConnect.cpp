@@ -58,6 +58,9 @@ dlgConnect::dlgConnect(const LinkTools &linkTools)
     linkRow->addWidget(status.ZarnConnectedImage);
     linkRow->addWidget(status.ZarnNotConnectedImage);
     linkRow->addWidget(status.ZarnConnectedLabel, 1);
+    QSizePolicy keepsItsPlace = status.ZarnConnectedLabel->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true);
+    status.ZarnConnectedLabel->setSizePolicy(keepsItsPlace);
     status.ZarnConnectedLabel->setMinimumHeight(28);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(18, 16, 18, 16);

@@ -1,5 +1,6 @@
 #include "panel/KVN32x32Audio.h"
 
+#include "panel/PanelSheet.h"
 #include "platform/LinkError.h"
 #include "platform/thenAlways.h"
 #include "protocol/CommandTexts.h"
@@ -14,7 +15,7 @@
 KVN32x32Audio::KVN32x32Audio(const LinkTools &linkTools, ModelFacts &model, RoutingState &routing,
                              PanelState &panelState, PanelHost &panelHost)
     : Form("KVN32x32Audio", linkTools.pump, &linkTools.guard), link(linkTools), host(panelHost),
-      sheet(new QWidget(this)), controls(*sheet), tools{link, model, routing, panelState, controls},
+      sheet(new PanelSheet(this)), controls(*sheet), tools{link, model, routing, panelState, controls},
       volume(tools), display(tools, volume), slotSetup(tools),
       selection(tools, slotSetup, display, volume),
       presets(tools, display, [this] { setWindowState(windowState() & ~Qt::WindowMinimized); }) {

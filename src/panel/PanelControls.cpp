@@ -48,7 +48,7 @@ template <class Control, class... Arguments>
 Control *PanelControls::make(const QString &name, const TwipRect &rect, Arguments &&...arguments) {
     auto *control = new Control(std::forward<Arguments>(arguments)..., &sheet);
     control->setObjectName(name);
-    placedControls.push_back({control, rect, false});
+    placedControls.push_back({control, rect, false, false});
     return control;
 }
 
@@ -119,17 +119,23 @@ void PanelControls::makeSingles() {
         box->hide();
         return box;
     };
+    const auto emphasize = [this] { placedControls.back().bold = true; };
     makeLabel("Label2_0", place::InputsHeading, QStringLiteral("Inputs"), Qt::AlignLeft);
+    emphasize();
     makeLabel("Label2_1", place::OutputsHeading, QStringLiteral("Outputs"), Qt::AlignLeft);
+    emphasize();
     KVNNameLabel = makeLabel("KVNNameLabel", place::KVNNameLabel, QString(), Qt::AlignLeft);
+    emphasize();
     CorvaneTypeLabel =
         makeLabel("CorvaneTypeLabel", place::CorvaneTypeLabel, QString(), Qt::AlignHCenter);
+    emphasize();
     Label1 = makeLabel("Label1", place::Label1,
                        QStringLiteral("Click on an Output Volume to adjust it's volume."),
                        Qt::AlignHCenter);
     OutputVolumeLabel = makeLabel("OutputVolumeLabel", place::OutputVolumeLabel,
                                   QStringLiteral("Output volume"), Qt::AlignHCenter);
     TakeButton = button("TakeButton", place::TakeButton, "TAKE");
+    emphasize();
     ClearButton = button("ClearButton", place::ClearButton, "ESCAPE");
     GoToPresets = button("GoToPresets", place::GoToPresets, "Execute Presets");
     ExitButton = button("ExitButton", place::ExitButton, "Exit");
@@ -140,9 +146,9 @@ void PanelControls::makeSingles() {
         holder("SelectedAudioOutputsHolder", place::SelectedAudioOutputsHolder);
     CurrentInputHolder = holder("CurrentInputHolder", place::CurrentInputHolder);
 
-    placedControls.push_back({status.ZarnConnectedLabel, place::ZarnConnectedLabel, true});
-    placedControls.push_back({status.ZarnConnectedImage, place::LinkPictures, false});
-    placedControls.push_back({status.ZarnNotConnectedImage, place::LinkPictures, false});
+    placedControls.push_back({status.ZarnConnectedLabel, place::ZarnConnectedLabel, true, false});
+    placedControls.push_back({status.ZarnConnectedImage, place::LinkPictures, false, false});
+    placedControls.push_back({status.ZarnNotConnectedImage, place::LinkPictures, false, false});
 }
 
 void PanelControls::orderTabs() {
@@ -210,11 +216,12 @@ void PanelControls::placeLabel(const Placed &placed, double scale) const {
 }
 
 void PanelControls::layOut() {
-    const double scale = std::min(sheet.width() * double(TwipsPerPixel) / PanelArea.width,
-                                  sheet.height() * double(TwipsPerPixel) / PanelArea.height);
+    const double scale = sheetScale(sheet.width(), sheet.height());
     const QFont font = fittingFont(scale);
+    QFont bold = font;
+    bold.setBold(true);
     for (const Placed &placed : placedControls) {
-        placed.control->setFont(font);
+        placed.control->setFont(placed.bold ? bold : font);
         if (placed.growsWithText)
             placeLabel(placed, scale);
         else

@@ -67,6 +67,7 @@ private:
         QWidget *control;
         TwipRect rect;
         bool growsWithText; ///< a label that takes more room when its text needs it
+        bool bold;
     };
 
     template <class Control, class... Arguments>

@@ -15,6 +15,13 @@ struct TwipRect {
 /// The design size of the panel below its menu.
 inline constexpr TwipRect PanelArea{0, 0, 13965, 10350};
 
+/// How much larger than the design the panel is drawn in `width` x `height` logical pixels.
+constexpr double sheetScale(int width, int height) {
+    const double across = width * double(TwipsPerPixel) / PanelArea.width;
+    const double down = height * double(TwipsPerPixel) / PanelArea.height;
+    return across < down ? across : down;
+}
+
 /// Where the controls of one array stand: offsets from the column's start, the top of row 1, and how
 /// much further down row 2 is.
 struct SlotPlace {
@@ -44,6 +51,8 @@ inline constexpr SlotPlace InputAudioConnected{360, 5160, 2160, 375, 285};
 inline constexpr SlotPlace OutputVolumeValue{0, 5400, 2160, 735, 285};
 inline constexpr SlotPlace MuteButton{0, 5760, 2160, 735, 285};
 
+inline constexpr TwipRect InputsCard{120, 420, 13725, 3105};
+inline constexpr TwipRect OutputsCard{120, 3630, 13725, 4710};
 inline constexpr TwipRect InputsHeading{240, 480, 1200, 255};
 inline constexpr TwipRect OutputsHeading{210, 3690, 1200, 255};
 inline constexpr TwipRect KVNNameLabel{240, 120, 4500, 300};

