@@ -46,7 +46,8 @@ fi
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     mkdir -p out
     # The offscreen platform warns about every window that it cannot raise.
-    QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='default.warning=false' "$bin/KVNSession" out
+    QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='default.warning=false' "$bin/KVNSession" out \
+        ${tcp:+"$address"}
     exit
 fi
 

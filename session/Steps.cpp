@@ -1,91 +1,158 @@
 #include "Steps.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
-#include <QComboBox>
+#include "Hands.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include <QStringList>
+
+using hands::click;
+using hands::offers;
+using hands::shows;
 
 namespace {
 
-template <class Control> Control &control(const char *window, const char *name) {
-    auto *found = sessionWindow(window).findChild<Control *>(QLatin1String(name));
-    if (!found) {
-        std::fprintf(stderr, "Session: %s has no %s.\n", window, name);
-        std::exit(1);
-    }
-    return *found;
+constexpr const char *Panel = "KVN32x32Audio";
+constexpr const char *Units = "dlgControlExisting";
+const QString UnitName = QStringLiteral("Rack 2");
+
+Step step(const char *name, std::function<bool()> ready, const char *pictureOf,
+          std::function<void()> act) {
+    return {QLatin1String(name), std::move(ready), pictureOf, std::move(act)};
 }
 
-void click(const char *window, const char *name) { control<QAbstractButton>(window, name).click(); }
-
-void choose(const char *window, const char *menuItem) {
-    control<QAction>(window, menuItem).trigger();
+Step helpStep(const char *name, const char *window, const std::function<void()> &then) {
+    return step(name, shows(window), window, [window, then] {
+        sessionWindow(window).close();
+        then();
+    });
 }
 
-void choosePort(const char *port) {
-    auto &ports = control<QComboBox>("dlgConnect", "SerialPortsCombo");
-    const int item = ports.findText(QLatin1String(port));
-    ports.setCurrentIndex(item);
-    Q_EMIT ports.activated(item);
-}
-
-std::function<bool()> shows(const char *window) {
-    return [window] { return sessionWindow(window).isVisible(); };
-}
-
-std::function<bool()> offers(const char *window, const char *button) {
-    return [window, button] {
-        const auto &control = ::control<QWidget>(window, button);
-        return control.isVisible() && control.isEnabled();
+std::vector<Step> connectSteps() {
+    return {
+        step("start", shows("frmMain"), "frmMain", [] { click("frmMain", "MainControlButton_0"); }),
+        step("connect", shows("dlgConnect"), "dlgConnect",
+             [] { click("dlgConnect", "ConnectSerialOption"); }),
+        step("ports", offers("dlgConnect", "SerialPortsCombo"), "dlgConnect",
+             [] { hands::choosePort(QStringLiteral("Comm7")); }),
+        step("message", shows("dlgOK"), "dlgOK", [] { click("dlgOK", "OKButton"); }),
+        step("connected", offers("dlgConnect", "Connect2SerialButton"), "dlgConnect",
+             [] { click("dlgConnect", "Connect2SerialButton"); }),
+        step("setup", shows("dlgSetup"), "dlgSetup", [] {}),
     };
 }
 
-Step helpStep(const char *name, const char *window, std::function<void()> then) {
-    return {QLatin1String(name), shows(window), window, [window, then] {
-                sessionWindow(window).close();
-                then();
-            }};
+std::vector<Step> routeSteps(const std::function<bool()> &idle) {
+    return {
+        step("panel", idle, Panel,
+             [] {
+                 click(Panel, "InputVideoAudioButtons_3");
+                 click(Panel, "OutputVidAudButtons_1");
+                 click(Panel, "OutputVidAudButtons_2");
+             }),
+        step("selected", idle, Panel, [] { click(Panel, "TakeButton"); }),
+        step("taking", [idle] { return !idle(); }, Panel, [] {}),
+        step("routed", idle, Panel,
+             [] {
+                 click(Panel, "OutputVidAudButtons_2");
+                 click(Panel, "TakeButton");
+             }),
+        step("disconnected", idle, Panel, [] { click(Panel, "MuteButton_4"); }),
+    };
 }
+
+std::vector<Step> levelAndPresetSteps(const std::function<bool()> &idle) {
+    return {
+        step("muted", idle, Panel,
+             [] {
+                 hands::pointAt(Panel, "OutputVolumeValue_5");
+                 click(Panel, "VolumeUpButton");
+             }),
+        step("volume-waiting", [idle] { return !idle(); }, Panel, [] {}),
+        step("volume-up", idle, Panel, [] { click(Panel, "VolumeDownButton"); }),
+        step("volume-down", idle, Panel, [] { click(Panel, "GoToPresets"); }),
+        step("presets", shows("dlgPresets"), nullptr,
+             [] { click("dlgPresets", "NewPresetButton_6"); }),
+        step("preset-chosen", idle, "dlgPresets",
+             [] { click("dlgPresets", "ExecutePresetButton"); }),
+        step("preset-executed", idle, "dlgPresets", [] { click("dlgPresets", "ExitPresets"); }),
+        step("panel-again", idle, Panel, [] { hands::chooseMenu(Panel, "ConnectionHelp"); }),
+    };
+}
+
+std::vector<Step> lookAroundSteps() {
+    return {
+        helpStep("help-connecting", "dlgInputConnect",
+                 [] { hands::chooseMenu(Panel, "disconnectHelp"); }),
+        helpStep("help-disconnecting", "dlgDisconnect",
+                 [] { hands::chooseMenu(Panel, "AdjustingVolumes"); }),
+        helpStep("help-volumes", "VolumeHelpDialog",
+                 [] { hands::chooseMenu("frmMain", "AboutCorvaneController"); }),
+        helpStep("about", "frmAbout", [] { click(Panel, "ExitButton"); }),
+    };
+}
+
+std::vector<Step> ethernetSteps(const std::function<bool()> &idle) {
+    return {
+        step("left", idle, "frmMain", [] { click("frmMain", "MainControlButton_0"); }),
+        step("connect-again", shows("dlgConnect"), nullptr,
+             [] { click("dlgConnect", "ConnectIPOption"); }),
+        step("ethernet", offers("dlgConnect", "Connect2IPButton"), "dlgConnect",
+             [] { sessionWindow("dlgConnect").close(); }),
+    };
+}
+
+void append(std::vector<Step> &steps, const std::vector<Step> &more) {
+    steps.insert(steps.end(), more.begin(), more.end());
+}
+
+void defineUnit(const QString &address) {
+    hands::type(Units, "Text3", UnitName);
+    hands::chooseInList(Units, "ConnectChoiceList", QStringLiteral("ETHER"));
+    const QStringList numbers = address.split(QLatin1Char('.'));
+    for (int box = 0; box < numbers.size(); ++box)
+        hands::type(Units, qPrintable(QStringLiteral("CntrlIPAddressQuad_%1").arg(box)),
+                    numbers.at(box));
+}
+
+void pickUnit() { hands::chooseInList(Units, "AvailCorvanesList", UnitName); }
 
 } // namespace
 
-std::vector<Step> sessionSteps(const std::function<bool()> &idle) {
-    const char *panel = "KVN32x32Audio";
+std::vector<Step> serialSteps(const std::function<bool()> &idle) {
+    std::vector<Step> steps = connectSteps();
+    append(steps, routeSteps(idle));
+    append(steps, levelAndPresetSteps(idle));
+    append(steps, lookAroundSteps());
+    append(steps, ethernetSteps(idle));
+    return steps;
+}
+
+std::vector<Step> savedUnitSteps(const std::function<bool()> &idle, const QString &address) {
     return {
-        {QStringLiteral("start"), shows("frmMain"), "frmMain",
-         [] { click("frmMain", "MainControlButton_0"); }},
-        {QStringLiteral("connect"), shows("dlgConnect"), "dlgConnect",
-         [] { click("dlgConnect", "ConnectSerialOption"); }},
-        {QStringLiteral("ports"), offers("dlgConnect", "SerialPortsCombo"), "dlgConnect",
-         [] { choosePort("Comm7"); }},
-        {QStringLiteral("message"), shows("dlgOK"), "dlgOK", [] { click("dlgOK", "OKButton"); }},
-        {QStringLiteral("connected"), offers("dlgConnect", "Connect2SerialButton"), "dlgConnect",
-         [] { click("dlgConnect", "Connect2SerialButton"); }},
-        {QStringLiteral("setup"), shows("dlgSetup"), "dlgSetup", [] {}},
-        {QStringLiteral("panel"), idle, panel,
-         [panel] {
-             click(panel, "InputVideoAudioButtons_3");
-             click(panel, "OutputVidAudButtons_1");
-             click(panel, "OutputVidAudButtons_2");
-         }},
-        {QStringLiteral("selected"), idle, panel, [panel] { click(panel, "TakeButton"); }},
-        {QStringLiteral("taking"), [idle] { return !idle(); }, panel, [] {}},
-        {QStringLiteral("routed"), idle, panel,
-         [panel] {
-             click(panel, "OutputVidAudButtons_2");
-             click(panel, "TakeButton");
-         }},
-        {QStringLiteral("disconnected"), idle, panel, [panel] { choose(panel, "ConnectionHelp"); }},
-        helpStep("help-connecting", "dlgInputConnect",
-                 [panel] { choose(panel, "disconnectHelp"); }),
-        helpStep("help-disconnecting", "dlgDisconnect",
-                 [panel] { choose(panel, "AdjustingVolumes"); }),
-        helpStep("help-volumes", "VolumeHelpDialog",
-                 [] { choose("frmMain", "AboutCorvaneController"); }),
-        helpStep("about", "frmAbout", [panel] { click(panel, "ExitButton"); }),
-        {QStringLiteral("left"), idle, "frmMain", [] { sessionWindow("frmMain").close(); }},
+        step("main-again", idle, nullptr, [] { click("frmMain", "MainControlButton_2"); }),
+        step("units", shows(Units), Units, [] { click(Units, "OptionsCommand_0"); }),
+        step("unit-adding", idle, nullptr, [address] { defineUnit(address); }),
+        step("unit-defined", idle, Units, [] { click(Units, "AddCorvaneCommand"); }),
+        step("unit-added", idle, Units,
+             [] {
+                 click(Units, "OptionsCommand_2");
+                 pickUnit();
+             }),
+        step("unit-picked", idle, Units, [] { click(Units, "AddCorvaneCommand"); }),
+        step("unit-panel", shows(Panel), Panel, [] { click(Panel, "ExitButton"); }),
+        step("unit-left", idle, nullptr, [] { click("frmMain", "MainControlButton_2"); }),
+        step("unit-deleting", shows(Units), nullptr,
+             [] {
+                 click(Units, "OptionsCommand_3");
+                 pickUnit();
+                 click(Units, "AddCorvaneCommand");
+             }),
+        step("unit-question", shows("dlgYesNo"), "dlgYesNo",
+             [] { click("dlgYesNo", "YesButton"); }),
+        step("unit-deleted", [idle] { return !idle() && !shows("dlgYesNo")(); }, Units, [] {}),
+        step("units-again", idle, Units, [] { click(Units, "OKButton"); }),
     };
+}
+
+std::vector<Step> leavingSteps(const std::function<bool()> &idle) {
+    return {step("leaving", idle, "frmMain", [] { sessionWindow("frmMain").close(); })};
 }

@@ -4,17 +4,19 @@
 #include "app/Program.h"
 #include "app/ProgramLook.h"
 #include "platform/QtEventPump.h"
+#include "platform/QtFileStore.h"
 #include "platform/QtSerialPort.h"
 #include "platform/QtTcpSocket.h"
 
 #include <QApplication>
 
 #include <cstdio>
+#include <utility>
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: KVNSession FOLDER-FOR-PICTURES\n");
+    if (argc < 2 || argc > 3) {
+        std::fprintf(stderr, "usage: KVNSession FOLDER-FOR-PICTURES [UNIT-ADDRESS]\n");
         return 2;
     }
     applyProgramLook();
@@ -22,11 +24,19 @@ int main(int argc, char **argv) {
     QtEventPump pump;
     QtSerialPort serialPort(appPath);
     QtTcpSocket socket;
-    Program program({pump, serialPort, socket, appPath});
+    QtFileStore files;
+    Program program({pump, serialPort, socket, files, appPath});
     program.start();
     Player *playing = nullptr;
-    Player player(sessionSteps([&playing] { return playing->idle(); }),
-                  QString::fromLocal8Bit(argv[1]));
+    const auto idle = [&playing] { return playing->idle(); };
+    std::vector<Step> steps = serialSteps(idle);
+    const auto append = [&steps](const std::vector<Step> &more) {
+        steps.insert(steps.end(), more.begin(), more.end());
+    };
+    if (argc == 3)
+        append(savedUnitSteps(idle, QString::fromLocal8Bit(argv[2])));
+    append(leavingSteps(idle));
+    Player player(std::move(steps), QString::fromLocal8Bit(argv[1]));
     playing = &player;
     return player.play();
 }

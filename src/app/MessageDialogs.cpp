@@ -1,39 +1,53 @@
 #include "app/MessageDialogs.h"
 
+#include "app/ProgramTitle.h"
+
 #include <QApplication>
 #include <QWindow>
 
-MessageDialogs::MessageDialogs(EventPump &eventPump)
-    : pump(eventPump), messageDialog(eventPump, messages), questionDialog(eventPump, messages) {}
+namespace {
 
-void MessageDialogs::placeOver(Form &dialog) {
-    QWidget *modal = QApplication::activeModalWidget();
+/// Makes `dialog` belong to the modal dialog that is open, if one is. Otherwise it could not be
+/// answered.
+void placeOver(Form &dialog, const QWidget *modal) {
     dialog.winId();
     dialog.windowHandle()->setTransientParent(modal ? modal->windowHandle() : nullptr);
 }
 
-void MessageDialogs::ShowMessage(const std::string &text) {
+} // namespace
+
+MessageDialogs::MessageDialogs(EventPump &eventPump)
+    : pump(eventPump), messageDialog("dlgOK", "Confirm", eventPump, state),
+      plainBox("plainBox", ProgramTitle, eventPump, state), questionDialog(eventPump, state) {
+    plainBox.setWindowModality(Qt::ApplicationModal);
+}
+
+void MessageDialogs::ShowMessage(const std::string &text) { show(messageDialog, text); }
+
+void MessageDialogs::ShowPlainBox(const std::string &text) { show(plainBox, text); }
+
+void MessageDialogs::show(dlgOK &dialog, const std::string &text) {
     if (pump.ended())
         return;
-    messages.MessageText = text;
-    messages.MessageShowing = true;
-    if (!messageDialog.isLoaded())
-        placeOver(messageDialog);
-    messageDialog.LoadForm();
     const QWidget *owner = QApplication::activeModalWidget();
-    pump.runUntil([this, owner] {
+    state.MessageText = text;
+    state.MessageShowing = true;
+    if (!dialog.isLoaded())
+        placeOver(dialog, owner);
+    dialog.LoadForm();
+    pump.runUntil([this, owner, &dialog] {
         if (owner && owner->isHidden())
-            messageDialog.unload();
-        return !messages.MessageShowing;
+            dialog.unload();
+        return !state.MessageShowing;
     });
 }
 
 void MessageDialogs::AskYesNo(const std::string &question) {
     if (pump.ended())
         return;
-    messages.ConfirmText = question;
-    messages.YesNoShowing = true;
-    placeOver(questionDialog);
+    state.ConfirmText = question;
+    state.YesNoShowing = true;
+    placeOver(questionDialog, QApplication::activeModalWidget());
     questionDialog.LoadForm();
-    pump.runUntil([this] { return !messages.YesNoShowing; });
+    pump.runUntil([this] { return !state.YesNoShowing; });
 }

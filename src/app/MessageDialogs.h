@@ -11,15 +11,14 @@ public:
     explicit MessageDialogs(EventPump &eventPump);
 
     void ShowMessage(const std::string &text) override;
+    void ShowPlainBox(const std::string &text) override;
     void AskYesNo(const std::string &question) override;
 
-    [[nodiscard]] const MessageState &state() const { return messages; }
-
 private:
-    void placeOver(Form &dialog);
+    void show(dlgOK &dialog, const std::string &text);
 
     EventPump &pump;
-    MessageState messages;
     dlgOK messageDialog;
+    dlgOK plainBox;
     dlgYesNo questionDialog;
 };

@@ -1,6 +1,6 @@
 #include "app/Program.h"
 
-#include "app/ProgramLook.h"
+#include "platform/thenAlways.h"
 
 #include <QApplication>
 
@@ -13,19 +13,41 @@ Program::Program(const Machine &machine)
       configuration(linkState, exchange, model, dispatch),
       tools{linkState, exchange, pump,         serial,       network, dispatch,
             display,   messages, guard,        outputStatus, configuration},
+      unitsFile(savedUnits, linkState, machine.files, machine.appPath),
       helpWindows{HelpWindow(HelpTopic::Connecting, pump), HelpWindow(HelpTopic::Disconnecting, pump),
                   HelpWindow(HelpTopic::Volume, pump)},
       setup(pump, linkState), about(pump), connectDialog(tools),
+      unitsDialog(tools, savedUnits, unitsFile, connectDialog, *this),
       panel(tools, model, routing, panelState, *this), startWindow(tools, connectDialog, *this) {}
 
 void Program::start() {
     display.ConnecthandleConnectionStatus();
     startWindow.present();
+    if (const std::string failure = unitsFile.CheckGetIniFile(); !failure.empty())
+        messages.ShowMessage(failure);
 }
 
 void Program::openPanel() { panel.LoadForm(); }
 
-void Program::openSavedUnits(const std::string &word) { modeWord = word; }
+void Program::openSavedUnits(const std::string &word) {
+    modeWord = word;
+    unitsDialog.LoadForm();
+    if (modeWord == "Add")
+        unitsDialog.chooseOperation(dlgControlExisting::Operation::Add);
+}
+
+void Program::controlUnit(const std::string &unitName) {
+    panelState.SelectedUnitName = unitName;
+    panelState.PanelFromSavedUnits = true;
+    thenAlways(
+        [this] {
+            panel.LoadForm();
+            pump.runUntil([this] { return !panelState.PanelFromSavedUnits; });
+        },
+        [this] { panelState.PanelFromSavedUnits = false; });
+}
+
+void Program::showStartWindow() { startWindow.present(); }
 
 void Program::openAbout() { about.present(); }
 

@@ -8,8 +8,12 @@
 #include "link/LinkTools.h"
 #include "link/dlgConnect.h"
 #include "panel/KVN32x32Audio.h"
+#include "platform/FileStore.h"
 #include "platform/SerialPort.h"
 #include "platform/TcpSocket.h"
+#include "units/SavedUnits.h"
+#include "units/SavedUnitsFile.h"
+#include "units/dlgControlExisting.h"
 
 #include <array>
 #include <string>
@@ -19,15 +23,16 @@ struct Machine {
     EventPump &pump;
     SerialPort &serialPort;
     TcpSocket &socket;
+    FileStore &files;
     std::string appPath; ///< the program's folder
 };
 
 /// The whole program: owns all state and all windows, and wires them.
-class Program : private StartHost, private PanelHost {
+class Program : private StartHost, private PanelHost, private UnitsHost {
 public:
     explicit Program(const Machine &machine);
 
-    /// Shows the start window.
+    /// Shows the start window and reads the saved units.
     void start();
 
     LinkState linkState;
@@ -35,6 +40,7 @@ public:
     ModelFacts model;
     RoutingState routing;
     PanelState panelState;
+    SavedUnits savedUnits;
     std::string modeWord; ///< how the saved units were opened: "Add" or "Cntl"
 
 private:
@@ -47,6 +53,8 @@ private:
     void hideSetup() override;
     void showHelp(HelpTopic topic) override;
     void restoreStartWindow() override;
+    void controlUnit(const std::string &unitName) override;
+    void showStartWindow() override;
 
     EventPump &pump;
     MessageDialogs messages;
@@ -58,11 +66,13 @@ private:
     OutputStatusQuery outputStatus;
     ConfigurationQuery configuration;
     LinkTools tools;
+    SavedUnitsFile unitsFile;
 
     std::array<HelpWindow, 3> helpWindows;
     dlgSetup setup;
     frmAbout about;
     dlgConnect connectDialog;
+    dlgControlExisting unitsDialog;
     KVN32x32Audio panel;
     frmMain startWindow;
 };

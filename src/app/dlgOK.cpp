@@ -5,11 +5,12 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-dlgOK::dlgOK(EventPump &eventPump, MessageState &messageState)
-    : Form("dlgOK", eventPump, nullptr), messages(messageState),
+dlgOK::dlgOK(const char *name, const char *caption, EventPump &eventPump,
+             MessageState &messageState)
+    : Form(name, eventPump, nullptr), messages(messageState),
       OKLabel(new QLabel(QStringLiteral("Are You Sure You Want to"), this)),
       OKButton(new FaceButton(QStringLiteral("OK"), this)) {
-    setWindowTitle(QStringLiteral("Confirm"));
+    setWindowTitle(QLatin1String(caption));
     setWindowFlag(Qt::Dialog);
     OKLabel->setObjectName(QStringLiteral("OKLabel"));
     OKLabel->setTextFormat(Qt::PlainText);

@@ -9,7 +9,7 @@
 /// The message dialog. Closing it in any way clears `MessageShowing`.
 class dlgOK : public Form {
 public:
-    dlgOK(EventPump &eventPump, MessageState &messageState);
+    dlgOK(const char *name, const char *caption, EventPump &eventPump, MessageState &messageState);
 
     /// Shows `MessageText`; an open dialog changes its text.
     void LoadForm();

@@ -32,6 +32,7 @@ frmMain::frmMain(const LinkTools &linkTools, dlgConnect &dialog, StartHost &star
         Connect2CorvaneGetConfiguration();
     });
     whenClicked(savedUnitsButton, [this] { host.openSavedUnits("Cntl"); });
+    whenKey(QKeySequence::New, [this] { host.openSavedUnits("Add"); });
 }
 
 void frmMain::buildLayout() {

@@ -11,13 +11,17 @@ struct MessageState {
     bool YesNoAnswer = false; ///< kept when the question is closed without an answer
 };
 
-/// The way to the user. Both calls hold their caller, letting events run, until the user closes the
+/// The way to the user. The calls hold their caller, letting events run, until the user closes the
 /// dialog or the program ends.
 class Messages {
 public:
     virtual void ShowMessage(const std::string &text) = 0;
+    /// The same in a plain box that blocks the other windows meanwhile.
+    virtual void ShowPlainBox(const std::string &text) = 0;
     /// The answer is left in `YesNoAnswer`.
     virtual void AskYesNo(const std::string &question) = 0;
+
+    MessageState state;
 
 protected:
     Messages() = default;

@@ -51,8 +51,8 @@ inline constexpr SlotPlace InputAudioConnected{360, 5160, 2160, 375, 285};
 inline constexpr SlotPlace OutputVolumeValue{0, 5400, 2160, 735, 285};
 inline constexpr SlotPlace MuteButton{0, 5760, 2160, 735, 285};
 
-inline constexpr TwipRect InputsCard{120, 420, 13725, 3105};
-inline constexpr TwipRect OutputsCard{120, 3630, 13725, 4710};
+inline constexpr TwipRect InputsCard{120, 735, 13725, 2790};
+inline constexpr TwipRect OutputsCard{120, 3960, 13725, 4395};
 inline constexpr TwipRect InputsHeading{240, 480, 1200, 255};
 inline constexpr TwipRect OutputsHeading{210, 3690, 1200, 255};
 inline constexpr TwipRect KVNNameLabel{240, 120, 4500, 300};

@@ -55,7 +55,8 @@ void QtTcpSocket::connectTo(std::string_view host, int port) {
     close();
     place = std::string(host) + " port " + std::to_string(port);
     QHostAddress address;
-    if (!address.setAddress(QString::fromLatin1(host.data(), static_cast<qsizetype>(host.size())))) {
+    const auto length = static_cast<qsizetype>(host.size());
+    if (!address.setAddress(QString::fromLatin1(host.data(), length).trimmed())) {
         failed = true;
         reason = "not an IP address";
         return;

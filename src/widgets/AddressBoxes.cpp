@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace {
 constexpr int BoxCharacters = 3;
 constexpr double HighestNumber = 255.0;
@@ -37,7 +39,10 @@ AddressBoxes::AddressBoxes(const char *boxName, std::array<std::string, 5> &addr
 void AddressBoxes::fill(const std::array<std::string, 5> &texts) {
     for (std::size_t number = 0; number < boxes.size(); ++number) {
         const QSignalBlocker silent(boxes.at(number));
-        boxes.at(number)->setText(shown(texts.at(number)));
+        const QString text = shown(texts.at(number));
+        // Numbers from a file may be padded with blanks, which are kept.
+        boxes.at(number)->setMaxLength(std::max(BoxCharacters, static_cast<int>(text.size())));
+        boxes.at(number)->setText(text);
     }
 }
 
@@ -48,6 +53,8 @@ void AddressBoxes::change(int number) {
         return;
     const auto index = static_cast<std::size_t>(number);
     const double value = leadingNumber(typed(boxes.at(index)->text()));
+    if (boxes.at(index)->text().size() <= BoxCharacters)
+        boxes.at(index)->setMaxLength(BoxCharacters);
     if (value < 0.0 || value > HighestNumber) {
         boxes.at(index)->clear();
         quads.at(index).clear();
@@ -58,6 +65,6 @@ void AddressBoxes::change(int number) {
 }
 
 void AddressBoxes::moveOnWhenFull(int number) {
-    if (number != 3 && box(number)->text().size() == box(number)->maxLength())
+    if (number != 3 && box(number)->text().size() == BoxCharacters)
         box(number + 1)->setFocus();
 }

@@ -47,7 +47,9 @@ void PanelFixture::open(bool overNetwork) {
     else
         openPanelOverSerial();
     QVERIFY(isShown("KVN32x32Audio"));
+    QCoreApplication::processEvents(); // the window becomes the active one
     takeWritten();
+    messages.clear();
 }
 
 void PanelFixture::clicks(const std::string &marks) {

@@ -10,7 +10,7 @@ class PanelFixture : public ProgramFixture {
 public:
     explicit PanelFixture(const std::string &model = "KVN-16x16-RGBA");
 
-    /// Opens the panel; what that sent is forgotten.
+    /// Opens the panel; what that sent and said is forgotten.
     void open(bool overNetwork = false);
 
     /// Clicks marks with blanks between them, or the words take, escape, presets, exit, up, down.

@@ -1,30 +1,115 @@
 #include "TakeTest.h"
 
-#include "support/ProgramFixture.h"
+#include "PanelFixture.h"
+#include "support/DataTable.h"
 
-#include <QtTest/QtTest>
+namespace {
 
-void TakeTest::routesWhatWasPicked_data() {
-    QTest::addColumn<QStringList>("clicks");
-    QTest::addColumn<QByteArray>("command");
+const QColor Busy(255, 128, 128);
 
-    QTest::newRow("video and audio") << QStringList{QStringLiteral("InputVideoAudioButtons_3"),
-                                                    QStringLiteral("OutputVidAudButtons_1"),
-                                                    QStringLiteral("OutputVidAudButtons_2")}
-                                     << QByteArray("Con 3(1,2)3F (1,2)\r");
+/// Whether the panel shows at every output what the unit has connected to it.
+bool showsTheUnit(const PanelFixture &kvn, bool audio, int firstSlot) {
+    const auto shownAs = [](int input) {
+        return input == Unit::NotConnected ? "NC" : std::to_string(input);
+    };
+    for (int output = 1; output <= kvn.unit.outputs(); ++output) {
+        const std::string slot = std::to_string(firstSlot + output - 1);
+        if (PanelFixture::text("InputVideoConnected_" + slot) !=
+            shownAs(kvn.unit.videoInput(output)))
+            return false;
+        if (audio && PanelFixture::text("InputAudioConnected_" + slot) !=
+                                       shownAs(kvn.unit.audioInput(output)))
+            return false;
+    }
+    return true;
 }
 
-void TakeTest::routesWhatWasPicked() {
-    QFETCH(QStringList, clicks);
-    QFETCH(QByteArray, command);
-    ProgramFixture kvn;
-    kvn.openPanelOverSerial();
-    QVERIFY(ProgramFixture::isShown("KVN32x32Audio"));
-    kvn.takeWritten();
+} // namespace
 
-    for (const QString &name : clicks)
-        ProgramFixture::click("KVN32x32Audio", name);
-    ProgramFixture::click("KVN32x32Audio", QStringLiteral("TakeButton"));
+void TakeTest::sendsWhatWasPicked_data() {
+    const DataTable<std::string, int, std::string, std::string> row("model", "firstOutputSlot",
+                                                                    "clicks", "command");
+    const std::string audio = "KVN-16x16-RGBA";
+    row("both", audio, 1, "iB3 oB1 oB2", "Con 3(1,2)3F (1,2)");
+    row("video", audio, 1, "iV3 oV9 oV10 oV2", "Con 3(2,9,10)");
+    row("audio", audio, 1, "iA16 oA2 oA5", "Con 16F (2,5)");
+    row("both off", audio, 1, "oB5 oB4", "DIS 4,5,4F,5F");
+    row("video off", audio, 1, "oV5 oV4", "DIS 4,5");
+    row("audio off", audio, 1, "oA5 oA4", "DIS 4F,5F");
+    row("two digits", "KVN-32x32-RGBA", 1, "iB32 oB31 oB10", "Con 32(10,31)32F (10,31)");
+    row("output taken back", audio, 1, "iB3 oB1 oB2 oB1", "Con 3(2)3F (2)");
+    row("all outputs taken back", audio, 1, "iB3 oB1 oB1", "Con 3()3F ()");
+    row("other input", audio, 1, "iB3 iB4 oB1", "Con 4(1)4F (1)");
+    row("input taken back", audio, 1, "iB3 oB1 iB3", "DIS ,");
+    row("outputs before the input", audio, 1, "oB1 oB2 iB3", "Con 3(1,2)3F (1,2)");
+    row("dropped by the input", audio, 1, "oB1 oB2 iB3 oB4", "Con 3(4)3F (4)");
+    row("escape keeps the input", audio, 1, "iB3 oB1 escape", "Con 3()3F ()");
+    row("nothing", audio, 1, "", "DIS ,");
+    row("kind of the last take", audio, 1, "oA1 take", "DIS 1F\rSTA O A\rSTA O A\rDIS ");
+    row("small model", "KVN-8x4-RGBA", 7, "iB5 oB7 oB10", "Con 1(1,4)1F (1,4)");
+    row("video only", "KVN-8x4-RGB", 7, "iB12 oB7 oB8", "Con 8(1,2)");
+    row("video only off", "KVN-8x4-RGB", 7, "oB9", "DIS 3");
+}
 
-    QCOMPARE(QByteArray::fromStdString(kvn.takeWritten()), command + "STA O A\rSTA O A\r");
+void TakeTest::sendsWhatWasPicked() {
+    QFETCH(std::string, model);
+    QFETCH(std::string, clicks);
+    QFETCH(std::string, command);
+    QFETCH(int, firstOutputSlot);
+    for (const bool overNetwork : {false, true}) {
+        PanelFixture kvn(model);
+        kvn.open(overNetwork);
+        PanelFixture::clicks(clicks);
+        QColor faceDuring;
+        kvn.pump.in(0.2, [&] { faceDuring = PanelFixture::face("TakeButton"); });
+        PanelFixture::clicks("take");
+
+        QCOMPARE(kvn.takeWritten(), command + "\rSTA O A\rSTA O A\r");
+        QCOMPARE(faceDuring, Busy);
+        QCOMPARE(kvn.pending(), std::string());
+        QVERIFY(showsTheUnit(kvn, model.ends_with("A"), firstOutputSlot));
+        QCOMPARE(PanelFixture::text("OutputNumberLabel_" + std::to_string(firstOutputSlot)),
+                 std::string("Out1"));
+        QCOMPARE(kvn.messageTexts(), std::string());
+    }
+}
+
+void TakeTest::showsThePending_data() {
+    const DataTable<std::string, std::string, std::string> row("clicks", "lamps", "holders");
+    row("input", "iB3", "iV3 iA3 oV3 oA3", "||3 3F");
+    row("input video", "iV3", "iV3 oV3", "||3 3F");
+    row("input audio", "iA3", "iA3 oA3", "||3 3F");
+    row("other input", "iB3 iB12", "iV12 iA12 oV12 oA12", "||12 12F");
+    row("input again", "iB3 oB1 iB3", "", "||");
+    row("outputs", "oB2 oB1", "oV1 oV2 oA1 oA2", "1,2|1F,2F|");
+    row("output video", "oV2 oV1", "oV1 oV2", "1,2||");
+    row("output audio", "oA2", "oA2", "2|2F|");
+    row("output again", "oB1 oB2 oB1", "oV2 oA2", "2|2F|");
+    row("input with outputs", "iA3 oA1", "iA3 oA1 oA3", "1|1F|3 3F");
+    row("outputs before the input", "oB1 oB2 iB3", "iV3 iA3 oV3 oA3", "1,2|1F,2F|3 3F");
+    row("audio lamp that stays", "iA3 oA1 oA1 iV4", "iV4 iA3 oV4", "||4 4F");
+    row("video leaves the audio list", "oA1 oA1 oV2", "oV2", "2||");
+    row("escape", "iB3 oB1 oB2 escape", "", "||");
+}
+
+void TakeTest::showsThePending() {
+    QFETCH(std::string, clicks);
+    PanelFixture kvn;
+    kvn.open();
+    PanelFixture::clicks(clicks);
+    QTEST(PanelFixture::litLamps(), "lamps");
+    QTEST(PanelFixture::holders(), "holders");
+    QCOMPARE(kvn.takeWritten(), std::string());
+}
+
+void TakeTest::startsEmptyAtEveryOpening() {
+    PanelFixture kvn;
+    kvn.open();
+    PanelFixture::clicks("iB3 oB1 oB2 exit");
+    QVERIFY(!ProgramFixture::isShown("KVN32x32Audio"));
+    kvn.open();
+    QCOMPARE(kvn.pending(), std::string());
+    QCOMPARE(PanelFixture::text("OutputNumberLabel_1"), std::string("1"));
+    PanelFixture::clicks("take");
+    QCOMPARE(kvn.takeWritten(), std::string("DIS ,\rSTA O A\rSTA O A\r"));
 }

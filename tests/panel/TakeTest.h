@@ -6,6 +6,9 @@ class TakeTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void routesWhatWasPicked_data();
-    void routesWhatWasPicked();
+    void sendsWhatWasPicked_data();
+    void sendsWhatWasPicked();
+    void showsThePending_data();
+    void showsThePending();
+    void startsEmptyAtEveryOpening();
 };

@@ -1,6 +1,6 @@
 #include "Simulator.h"
 
-#include <stdexcept>
+#include <QtTest/QtTest>
 
 Simulator::Simulator(const std::string &options) {
     process.setProcessChannelMode(QProcess::MergedChannels);
@@ -8,8 +8,7 @@ Simulator::Simulator(const std::string &options) {
                   QString::fromStdString(options).split(u' ', Qt::SkipEmptyParts));
     QByteArray said;
     while (!said.contains('\n')) {
-        if (!process.waitForReadyRead(10000))
-            throw std::runtime_error("the simulator does not listen: " + said.toStdString());
+        QVERIFY2(process.waitForReadyRead(10000), "the simulator does not listen");
         said += process.readAll();
     }
     port = said.trimmed().split(':').last().toInt();

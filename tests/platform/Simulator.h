@@ -8,7 +8,7 @@
 /// leaves behind is what a unit leaves that loses its power.
 class Simulator {
 public:
-    /// Starts it and waits until it listens. @throws std::runtime_error if it does not
+    /// Starts it and waits until it listens; the test fails if it does not.
     /// @param options its command line, separated by blanks
     explicit Simulator(const std::string &options);
     ~Simulator() { kill(); }

@@ -12,5 +12,6 @@ public:
     std::vector<std::string> asked;
 
     void ShowMessage(const std::string &text) override { shown.push_back(text); }
+    void ShowPlainBox(const std::string &text) override { shown.push_back(text); }
     void AskYesNo(const std::string &question) override { asked.push_back(question); }
 };

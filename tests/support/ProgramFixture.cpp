@@ -7,7 +7,7 @@
 #include <QtTest/QtTest>
 
 ProgramFixture::ProgramFixture(UnitOptions options)
-    : unit(std::move(options)), program({pump, serialPort, socket, std::string()}) {
+    : unit(std::move(options)), program({pump, serialPort, socket, files, "program"}) {
     serialPort.present = {7};
     serialPort.wire.device = LinkFixture::answerOf(serialUnitPort);
     socket.wire.device = LinkFixture::answerOf(networkUnitPort);

@@ -2,6 +2,7 @@
 
 #include "app/Program.h"
 #include "simulator/UnitPort.h"
+#include "support/FakeFileStore.h"
 #include "support/FakeSerialPort.h"
 #include "support/FakeTcpSocket.h"
 
@@ -20,6 +21,7 @@ public:
     FakePump pump;
     FakeSerialPort serialPort{pump};
     FakeTcpSocket socket{pump};
+    FakeFileStore files;
     Unit unit;
     UnitPort serialUnitPort{unit};
     UnitPort networkUnitPort{unit};

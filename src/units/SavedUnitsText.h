@@ -1,0 +1,26 @@
+#pragma once
+
+#include "units/SavedUnits.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+/// Reads one number of an address from the 1-based `position`: up to four characters, ended by ".",
+/// CR or LF. Past the end of the line it reads blanks, so the last number of an address is padded to
+/// four characters. Leaves `position` behind the separator.
+std::string ReadIPQuadToken(std::string_view line, int &position);
+
+/// Joins four numbers with dots.
+std::string joinAddress(const std::array<std::string, 5> &quads);
+
+/// Reads the text of a saved-units file into `units`: lines "KVN NAME = ", "KVN TYPE = " and
+/// "KVN IP = ", each unit beginning with its name line; all other lines are passed over. Lines end
+/// with CR LF, LF or CR. `addressQuads` 0 to 3 are left as the last address line gave them.
+/// @return false if the text holds more than 25 units; those after the 25th are not read
+bool ReadSavedUnitsText(SavedUnits &units, std::string_view text,
+                        std::array<std::string, 5> &addressQuads);
+
+/// The text of the file for `units`. Slots without a name are left out, and the address line of all
+/// that are not exactly "ETHER".
+std::string writeSavedUnitsText(const SavedUnits &units);

@@ -1,0 +1,337 @@
+#include "units/dlgControlExisting.h"
+
+#include "platform/thenAlways.h"
+#include "protocol/ReplyClass.h"
+#include "protocol/Text.h"
+#include "units/SavedUnitsText.h"
+#include "widgets/TextConversion.h"
+
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int LingerSeconds = 3;
+
+QString captionOf(dlgControlExisting::Operation operation) {
+    return QLatin1String(OperationCaptions.at(static_cast<std::size_t>(operation)));
+}
+
+QString selectedText(const QListWidget &list) {
+    const QList<QListWidgetItem *> selected = list.selectedItems();
+    return selected.isEmpty() ? QString() : selected.front()->text();
+}
+
+} // namespace
+
+dlgControlExisting::dlgControlExisting(const LinkTools &linkTools, SavedUnits &savedUnits,
+                                       SavedUnitsFile &unitsFile, dlgConnect &dialog,
+                                       UnitsHost &unitsHost)
+    : Form("dlgControlExisting", linkTools.pump, &linkTools.guard), link(linkTools),
+      units(savedUnits), file(unitsFile), connectDialog(dialog), host(unitsHost),
+      controls(*this, link.state.IPAddressQuads) {
+    setWindowTitle(QStringLiteral("Control Existing Corvane"));
+    link.display.attach(StatusWindow::SavedUnits, controls.status);
+    connectControls();
+}
+
+void dlgControlExisting::connectControls() {
+    for (std::size_t index = 0; index < controls.OptionsCommand.size(); ++index)
+        whenClicked(controls.OptionsCommand.at(index),
+                    [this, index] { chooseOperation(static_cast<Operation>(index)); });
+    whenClicked(controls.OKButton, [this] {
+        host.showStartWindow();
+        unload();
+    });
+    connect(controls.AvailCorvanesList, &QListWidget::itemSelectionChanged, this,
+            [this] { pickUnit(); });
+    connect(controls.AvailCorvanesList, &QListWidget::itemClicked, this, [this] { pickUnit(); });
+    connect(controls.AvailCorvanesList, &QListWidget::itemDoubleClicked, this,
+            [this] { act([this] { busyWhile([this] { ConnectControlButton(); }); }); });
+    connect(controls.ConnectChoiceList, &QListWidget::itemSelectionChanged, this,
+            [this] { pickKind(); });
+    whenClicked(controls.AddCorvaneCommand, [this] { carryOut(); });
+    whenClicked(controls.CancelCommand, [this] { showOptions(); });
+    whenKey(Qt::Key_Escape, [this] {
+        if (controls.AddCorvaneFrame->isHidden())
+            unload();
+        else
+            controls.CancelCommand->click();
+    });
+}
+
+void dlgControlExisting::LoadForm() {
+    controls.StatusLabel->hide();
+    showOptions();
+    initialzeControlLists();
+    present();
+    InitializeKVNControlBlocks();
+}
+
+void dlgControlExisting::showOptions() {
+    controls.AddCorvaneFrame->hide();
+    controls.OptionsFrame->show();
+}
+
+void dlgControlExisting::initialzeControlLists() {
+    const QSignalBlocker silent(controls.ConnectChoiceList);
+    controls.ConnectChoiceList->clear();
+    controls.ConnectChoiceList->addItems({QLatin1String(SerialType), QLatin1String(EtherType)});
+}
+
+void dlgControlExisting::InitializeKVNControlBlocks() {
+    const std::string failure = file.CheckGetIniFile();
+    {
+        const QSignalBlocker silent(controls.AvailCorvanesList);
+        controls.AvailCorvanesList->clear();
+        for (int index = 1; index <= units.ControlBlockCount; ++index)
+            controls.AvailCorvanesList->addItem(shown(units.KVNControlBlocks[index].Name));
+    }
+    if (!failure.empty())
+        link.messages.ShowMessage(failure);
+}
+
+void dlgControlExisting::chooseOperation(Operation operation) {
+    const bool adds = operation == Operation::Add;
+    controls.StatusLabel->hide();
+    controls.IPAddressFrame->hide();
+    initialzeControlLists();
+    InitializeKVNControlBlocks();
+    units.SelectedBlockIndex = 0;
+    controls.OptionsFrame->hide();
+    controls.AddCorvaneFrame->setTitle(captionOf(operation));
+    controls.AddCorvaneCommand->setText(captionOf(operation));
+    controls.Text3->clear();
+    controls.Text3->setEnabled(adds);
+    controls.namePrompt->setEnabled(adds);
+    controls.AvailCorvanesList->setEnabled(!adds);
+    controls.unitPrompt->setText(QStringLiteral("Select Corvane"));
+    controls.unitPrompt->setEnabled(!adds);
+    controls.ConnectChoiceList->setEnabled(adds);
+    controls.ControlledbyText->clear();
+    controls.CntrlIPAddressQuad->clear();
+    controls.AddCorvaneFrame->show();
+    updateCommand();
+    if (adds)
+        controls.Text3->setFocus();
+    else
+        controls.AvailCorvanesList->setFocus();
+}
+
+void dlgControlExisting::updateCommand() {
+    // Without a unit picked there is nothing that could be edited, controlled or deleted.
+    const bool adds = controls.AddCorvaneFrame->title() == captionOf(Operation::Add);
+    controls.AddCorvaneCommand->setEnabled(adds || units.SelectedBlockIndex != 0);
+}
+
+void dlgControlExisting::pickUnit() {
+    const int row = controls.AvailCorvanesList->currentRow();
+    if (row < 0 || controls.AvailCorvanesList->selectedItems().isEmpty())
+        return;
+    units.SelectedBlockIndex = row + 1;
+    const KVNControlBlock &block = units.KVNControlBlocks[units.SelectedBlockIndex];
+    const bool ether = block.ConnectType == EtherType;
+    controls.ControlledbyText->setText(QLatin1String(ether ? EtherType : SerialType));
+    controls.IPAddressFrame->setVisible(ether);
+    if (ether) {
+        std::array<std::string, 5> quads;
+        int position = 1;
+        for (std::size_t quad = 0; quad < 4; ++quad)
+            quads.at(quad) = ReadIPQuadToken(block.IPAddress, position);
+        controls.CntrlIPAddressQuad->fill(quads);
+    }
+    {
+        // Saving takes the kind from its list, so an untouched kind must stay what it was.
+        const QSignalBlocker silent(controls.ConnectChoiceList);
+        controls.ConnectChoiceList->setCurrentRow(ether ? 1 : 0);
+    }
+    controls.ConnectChoiceList->setEnabled(true);
+    updateCommand();
+}
+
+void dlgControlExisting::pickKind() {
+    const std::string kind = kindText();
+    if (kind.empty())
+        return;
+    controls.IPAddressFrame->setVisible(kind == EtherType);
+    if (units.SelectedBlockIndex != 0)
+        controls.ControlledbyText->setText(shown(kind));
+}
+
+std::string dlgControlExisting::kindText() const { return typed(selectedText(*controls.ConnectChoiceList)); }
+
+std::string dlgControlExisting::unitText() const { return typed(selectedText(*controls.AvailCorvanesList)); }
+
+std::array<std::string, 5> dlgControlExisting::boxTexts() const {
+    std::array<std::string, 5> texts;
+    for (int number = 0; number < 4; ++number)
+        texts.at(static_cast<std::size_t>(number)) = typed(controls.CntrlIPAddressQuad->box(number)->text());
+    return texts;
+}
+
+void dlgControlExisting::showStatus(const char *text) {
+    controls.StatusLabel->setText(QLatin1String(text));
+    controls.StatusLabel->show();
+}
+
+bool dlgControlExisting::save() {
+    const std::string failure = file.Write2Disk();
+    if (failure.empty())
+        return true;
+    controls.StatusLabel->hide();
+    link.messages.ShowMessage(failure);
+    return false;
+}
+
+void dlgControlExisting::busyWhile(const std::function<void()> &operation) {
+    controls.AddCorvaneFrame->setEnabled(false);
+    thenAlways(operation, [this] { controls.AddCorvaneFrame->setEnabled(true); });
+}
+
+void dlgControlExisting::carryOut() {
+    if (!controls.AddCorvaneFrame->isHidden() && controls.AddCorvaneFrame->isEnabled() &&
+        controls.AddCorvaneCommand->isEnabled())
+        act([this] { busyWhile([this] { runOperation(); }); });
+}
+
+void dlgControlExisting::runOperation() {
+    const QString caption = controls.AddCorvaneFrame->title();
+    if (caption == captionOf(Operation::Add)) {
+        AddCorvaneButton();
+    } else if (caption == captionOf(Operation::Edit)) {
+        SaveCorvaneChanges();
+        Wait3Seconds();
+    } else if (caption == captionOf(Operation::Control)) {
+        ConnectControlButton();
+    } else if (caption == captionOf(Operation::Delete)) {
+        DeleteCorvane();
+        InitializeKVNControlBlocks();
+    }
+}
+
+void dlgControlExisting::AddCorvaneButton() {
+    if (units.ControlBlockCount == units.KVNControlBlocks.last()) {
+        link.messages.ShowMessage("Maximum number of corvanes saved!");
+        return;
+    }
+    showStatus("Setting up save");
+    ++units.ControlBlockCount;
+    KVNControlBlock &block = units.KVNControlBlocks[units.ControlBlockCount];
+    block.Name = typed(controls.Text3->text());
+    block.ConnectType = kindText();
+    if (block.ConnectType.empty())
+        block.ConnectType = SerialType;
+    if (block.ConnectType == EtherType) {
+        const std::array<std::string, 5> texts = boxTexts();
+        for (std::size_t quad = 0; quad < 4; ++quad) {
+            if (texts.at(quad).empty()) {
+                link.messages.ShowPlainBox("incomplete ip address can't save to block.");
+                return;
+            }
+        }
+        block.IPAddress = joinAddress(texts);
+    }
+    if (save())
+        showStatus("Added Corvane to Disk");
+    showOptions();
+}
+
+void dlgControlExisting::SaveCorvaneChanges() {
+    KVNControlBlock &block = units.KVNControlBlocks[units.SelectedBlockIndex];
+    block.Name = unitText();
+    block.ConnectType = kindText();
+    if (block.ConnectType.empty())
+        block.ConnectType = SerialType;
+    block.IPAddress = joinAddress(boxTexts());
+    if (save())
+        link.messages.ShowMessage("Saved Changes to Disk");
+    showOptions();
+}
+
+void dlgControlExisting::DeleteCorvane() {
+    // A question that is closed unanswered must not count as the yes of an earlier one.
+    link.messages.state.YesNoAnswer = false;
+    link.messages.AskYesNo("Are you sure you want to delete " + unitText() + " ?");
+    if (link.messages.state.YesNoAnswer && !pump.ended()) {
+        KVNControlBlock &block = units.KVNControlBlocks[units.SelectedBlockIndex];
+        const KVNControlBlock before = block;
+        const bool unsavedBefore = units.UnsavedChanges;
+        block = {};
+        if (save()) {
+            showStatus("Deleted Corvane from Disk");
+            Wait3Seconds();
+        } else {
+            // Still in the file, so still a unit.
+            block = before;
+            units.UnsavedChanges = unsavedBefore;
+        }
+    }
+    showOptions();
+}
+
+void dlgControlExisting::Wait3Seconds() {
+    link.state.WaitSeconds = LingerSeconds;
+    pump.runFor(link.state.WaitSeconds, [] { return false; });
+    controls.StatusLabel->hide();
+}
+
+void dlgControlExisting::ConnectControlButton() {
+    const bool ether = typed(controls.ControlledbyText->text()) == EtherType;
+    thenAlways(
+        [this, ether] {
+            showStatus("Waiting for Connection.");
+            units.WaitingForConnectionFlag = true;
+            connectUnit(ether);
+            openUnit(ether);
+            if (!pump.ended())
+                unload();
+        },
+        [this] {
+            units.WaitingForConnectionFlag = false;
+            controls.StatusLabel->hide();
+        });
+}
+
+void dlgControlExisting::connectUnit(bool ether) {
+    // Whatever is open belongs to the unit controlled before.
+    link.dispatch.CloseLink();
+    link.display.refreshAll();
+    link.state.IPConnectingFlag = true;
+    if (ether) {
+        const std::array<std::string, 5> texts = boxTexts();
+        for (std::size_t quad = 0; quad < 4; ++quad)
+            link.state.IPAddressQuads.at(quad) =
+                texts.at(quad).empty() ? std::string() : decimalText(leadingNumber(texts.at(quad)));
+        connectDialog.HandleIPOnly();
+    } else {
+        connectDialog.handleSerialOnly();
+    }
+    pump.runUntil([this] { return !link.state.IPConnectingFlag; });
+}
+
+void dlgControlExisting::openUnit(bool ether) {
+    if (pump.ended())
+        return;
+    showStatus("Waiting for Configuration.");
+    const bool linkUp = ether ? link.state.IPLinkOpenFlag : link.state.SerialPortOpen;
+    if (!linkUp) {
+        controls.StatusLabel->hide();
+        return;
+    }
+    link.configuration.GetParseConfiguration();
+    if (link.exchange.ReplyStatus == RecognisedReply) {
+        showStatus("Loading Controls.");
+        host.controlUnit(units.KVNControlBlocks[units.SelectedBlockIndex].Name);
+    } else {
+        link.messages.ShowMessage("Unable to get Corvane Configuration");
+    }
+}
+
+void dlgControlExisting::keyPressEvent(QKeyEvent *event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool onButton = qobject_cast<QAbstractButton *>(focusWidget()) != nullptr;
+    if (enter && !onButton && !event->isAutoRepeat())
+        carryOut();
+    else
+        Form::keyPressEvent(event);
+}

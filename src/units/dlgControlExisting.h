@@ -1,0 +1,75 @@
+#pragma once
+
+#include "link/LinkTools.h"
+#include "link/dlgConnect.h"
+#include "units/SavedUnits.h"
+#include "units/SavedUnitsFile.h"
+#include "units/UnitControls.h"
+#include "widgets/Form.h"
+
+#include <array>
+
+/// What the saved-units dialog needs of the program around it.
+class UnitsHost {
+public:
+    /// Opens the panel with the unit's name and returns once it is closed again.
+    /// @throws RangeError if the model does not fit the panel
+    virtual void controlUnit(const std::string &unitName) = 0;
+    virtual void showStartWindow() = 0;
+
+protected:
+    UnitsHost() = default;
+    UnitsHost(const UnitsHost &) = default;
+    UnitsHost &operator=(const UnitsHost &) = default;
+    ~UnitsHost() = default;
+};
+
+/// The saved units: add, edit, delete one, or control it. The file is read again at every opening
+/// and every choice of an operation, and written after every change.
+class dlgControlExisting : public Form {
+public:
+    enum class Operation { Add, Edit, Control, Delete };
+
+    dlgControlExisting(const LinkTools &linkTools, SavedUnits &savedUnits, SavedUnitsFile &unitsFile,
+                       dlgConnect &dialog, UnitsHost &unitsHost);
+
+    void LoadForm();
+
+    /// Chooses an operation, as its button does.
+    void chooseOperation(Operation operation);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void initialzeControlLists();
+    void InitializeKVNControlBlocks();
+    void showOptions();
+    void pickUnit();
+    void pickKind();
+    void carryOut();
+    void runOperation();
+    void AddCorvaneButton();
+    void SaveCorvaneChanges();
+    void DeleteCorvane();
+    void ConnectControlButton();
+    void connectUnit(bool ether);
+    void openUnit(bool ether);
+    void Wait3Seconds();
+    void showStatus(const char *text);
+    bool save();
+    void busyWhile(const std::function<void()> &operation);
+    [[nodiscard]] std::string kindText() const;
+    [[nodiscard]] std::string unitText() const;
+    [[nodiscard]] std::array<std::string, 5> boxTexts() const;
+    void updateCommand();
+    void connectControls();
+
+    LinkTools link;
+    SavedUnits &units;
+    SavedUnitsFile &file;
+    dlgConnect &connectDialog;
+    UnitsHost &host;
+
+    UnitControls controls;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QObject>
+
+class ConnectDialogTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void findsPorts_data();
+    void findsPorts();
+    void choosesAPort_data();
+    void choosesAPort();
+    void takesAnAddress_data();
+    void takesAnAddress();
+    void keepsOrWipesTheAddress();
+    void hostsThatDoNotAnswer_data();
+    void hostsThatDoNotAnswer();
+    void closingCancels_data();
+    void closingCancels();
+    void linkThatIsUpClosesAtOnce();
+};

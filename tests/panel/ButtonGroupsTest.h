@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QObject>
+
+class ButtonGroupsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void enablesOneKind_data();
+    void enablesOneKind();
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QObject>
+
+class PanelFaultsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void survivesNestedClicks_data();
+    void survivesNestedClicks();
+    void panelClosedInAWait_data();
+    void panelClosedInAWait();
+    void startWindowClosedInAWait_data();
+    void startWindowClosedInAWait();
+    void portVanishes_data();
+    void portVanishes();
+    void peerCloses_data();
+    void peerCloses();
+    void oddStatusReplies_data();
+    void oddStatusReplies();
+};
