@@ -8,7 +8,7 @@
 
 /// One step of a session.
 struct Step {
-    QString name;                ///< names the picture and stands in the report of a step not reached
+    QString name; ///< names the picture and stands in the report of a step not reached
     std::function<bool()> ready; ///< asked until it holds
     const char *pictureOf;       ///< window of which a picture is left before acting; may be null
     std::function<void()> act;

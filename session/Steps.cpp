@@ -49,7 +49,8 @@ std::vector<Step> routeSteps(const std::function<bool()> &idle) {
                  click(Panel, "OutputVidAudButtons_2");
              }),
         step("selected", idle, Panel, [] { click(Panel, "TakeButton"); }),
-        step("taking", [idle] { return !idle(); }, Panel, [] {}),
+        step(
+            "taking", [idle] { return !idle(); }, Panel, [] {}),
         step("routed", idle, Panel,
              [] {
                  click(Panel, "OutputVidAudButtons_2");
@@ -66,7 +67,8 @@ std::vector<Step> levelAndPresetSteps(const std::function<bool()> &idle) {
                  hands::pointAt(Panel, "OutputVolumeValue_5");
                  click(Panel, "VolumeUpButton");
              }),
-        step("volume-waiting", [idle] { return !idle(); }, Panel, [] {}),
+        step(
+            "volume-waiting", [idle] { return !idle(); }, Panel, [] {}),
         step("volume-up", idle, Panel, [] { click(Panel, "VolumeDownButton"); }),
         step("volume-down", idle, Panel, [] { click(Panel, "GoToPresets"); }),
         step("presets", shows("dlgPresets"), nullptr,
@@ -148,7 +150,8 @@ std::vector<Step> savedUnitSteps(const std::function<bool()> &idle, const QStrin
              }),
         step("unit-question", shows("dlgYesNo"), "dlgYesNo",
              [] { click("dlgYesNo", "YesButton"); }),
-        step("unit-deleted", [idle] { return !idle() && !shows("dlgYesNo")(); }, Units, [] {}),
+        step(
+            "unit-deleted", [idle] { return !idle() && !shows("dlgYesNo")(); }, Units, [] {}),
         step("units-again", idle, Units, [] { click(Units, "OKButton"); }),
     };
 }

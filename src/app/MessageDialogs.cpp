@@ -17,8 +17,10 @@ void placeOver(Form &dialog, const QWidget *modal) {
 } // namespace
 
 MessageDialogs::MessageDialogs(EventPump &eventPump)
-    : pump(eventPump), messageDialog("dlgOK", "Confirm", eventPump, state),
-      plainBox("plainBox", ProgramTitle, eventPump, state), questionDialog(eventPump, state) {
+    : pump(eventPump),
+      messageDialog("dlgOK", "Confirm", eventPump, state),
+      plainBox("plainBox", ProgramTitle, eventPump, state),
+      questionDialog(eventPump, state) {
     plainBox.setWindowModality(Qt::ApplicationModal);
 }
 

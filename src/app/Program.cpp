@@ -5,20 +5,26 @@
 #include <QApplication>
 
 Program::Program(const Machine &machine)
-    : pump(machine.pump), messages(pump), display(linkState),
+    : pump(machine.pump),
+      messages(pump),
+      display(linkState),
       serial(linkState, exchange, machine.serialPort, pump, display),
       network(linkState, exchange, machine.socket, pump, display),
-      dispatch(linkState, exchange, serial, network, pump), guard(dispatch, display, messages),
+      dispatch(linkState, exchange, serial, network, pump),
+      guard(dispatch, display, messages),
       outputStatus(linkState, exchange, model, routing, dispatch, messages),
       configuration(linkState, exchange, model, dispatch),
-      tools{linkState, exchange, pump,         serial,       network, dispatch,
-            display,   messages, guard,        outputStatus, configuration},
+      tools{linkState, exchange, pump,  serial,       network,      dispatch,
+            display,   messages, guard, outputStatus, configuration},
       unitsFile(savedUnits, linkState, machine.files, machine.appPath),
-      helpWindows{HelpWindow(HelpTopic::Connecting, pump), HelpWindow(HelpTopic::Disconnecting, pump),
-                  HelpWindow(HelpTopic::Volume, pump)},
-      setup(pump, linkState), about(pump), connectDialog(tools),
+      helpWindows{HelpWindow(HelpTopic::Connecting, pump),
+                  HelpWindow(HelpTopic::Disconnecting, pump), HelpWindow(HelpTopic::Volume, pump)},
+      setup(pump, linkState),
+      about(pump),
+      connectDialog(tools),
       unitsDialog(tools, savedUnits, unitsFile, connectDialog, *this),
-      panel(tools, model, routing, panelState, *this), startWindow(tools, connectDialog, *this) {}
+      panel(tools, model, routing, panelState, *this),
+      startWindow(tools, connectDialog, *this) {}
 
 void Program::start() {
     display.ConnecthandleConnectionStatus();

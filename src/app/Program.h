@@ -28,7 +28,7 @@ struct Machine {
 };
 
 /// The whole program: owns all state and all windows, and wires them.
-class Program : private StartHost, private PanelHost, private UnitsHost {
+class Program final : private StartHost, private PanelHost, private UnitsHost {
 public:
     explicit Program(const Machine &machine);
 

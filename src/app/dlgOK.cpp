@@ -7,7 +7,8 @@
 
 dlgOK::dlgOK(const char *name, const char *caption, EventPump &eventPump,
              MessageState &messageState)
-    : Form(name, eventPump, nullptr), messages(messageState),
+    : Form(name, eventPump, nullptr),
+      messages(messageState),
       OKLabel(new QLabel(QStringLiteral("Are You Sure You Want to"), this)),
       OKButton(new FaceButton(QStringLiteral("OK"), this)) {
     setWindowTitle(QLatin1String(caption));

@@ -6,9 +6,9 @@
 #include <QVBoxLayout>
 
 dlgYesNo::dlgYesNo(EventPump &eventPump, MessageState &messageState)
-    : Form("dlgYesNo", eventPump, nullptr), messages(messageState),
-      YesNoText(
-          new QLabel(QStringLiteral("Do You Want to Switch to the New Project?\r\n"), this)),
+    : Form("dlgYesNo", eventPump, nullptr),
+      messages(messageState),
+      YesNoText(new QLabel(QStringLiteral("Do You Want to Switch to the New Project?\r\n"), this)),
       YesButton(new FaceButton(QStringLiteral("Yes"), this)),
       NoButton(new FaceButton(QStringLiteral("No"), this)) {
     setWindowFlag(Qt::Dialog);

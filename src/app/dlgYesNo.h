@@ -6,8 +6,8 @@
 
 #include <QLabel>
 
-/// The question dialog. Its buttons set `YesNoAnswer`; closing the window leaves it as it was. Every
-/// way out clears `YesNoShowing`.
+/// The question dialog. Its buttons set `YesNoAnswer`; closing the window leaves it as it was.
+/// Every way out clears `YesNoShowing`.
 class dlgYesNo : public Form {
 public:
     dlgYesNo(EventPump &eventPump, MessageState &messageState);

@@ -24,7 +24,8 @@ frmAbout::frmAbout(EventPump &eventPump) : Form("frmAbout", eventPump, nullptr) 
     bold.setBold(true);
     bold.setPixelSize(lblTitle->fontInfo().pixelSize() * 13 / 10);
     lblTitle->setFont(bold);
-    QLabel *lblVersion = label("lblVersion", QStringLiteral("Version ") + QLatin1String(ProgramVersion));
+    QLabel *lblVersion =
+        label("lblVersion", QStringLiteral("Version ") + QLatin1String(ProgramVersion));
     QLabel *lblDescription =
         label("lblDescription", QStringLiteral("Controls Corvane audio/video matrix switchers\n"
                                                "over a serial port or TCP/IP."));

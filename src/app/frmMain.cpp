@@ -10,7 +10,9 @@
 #include <QVBoxLayout>
 
 frmMain::frmMain(const LinkTools &linkTools, dlgConnect &dialog, StartHost &startHost)
-    : Form("frmMain", linkTools.pump, &linkTools.guard), link(linkTools), connectDialog(dialog),
+    : Form("frmMain", linkTools.pump, &linkTools.guard),
+      link(linkTools),
+      connectDialog(dialog),
       host(startHost),
       findButton(new FaceButton(QStringLiteral("Find/Connect/Control Corvane"), this)),
       savedUnitsButton(
@@ -117,8 +119,8 @@ bool frmMain::eventFilter(QObject *watched, QEvent *event) {
     bool pressed = false;
     if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        pressed = !key->isAutoRepeat() &&
-                  (key->key() == Qt::Key_Space || key->key() == Qt::Key_Return);
+        pressed =
+            !key->isAutoRepeat() && (key->key() == Qt::Key_Space || key->key() == Qt::Key_Return);
     }
     if (clicked || pressed) {
         act([this] { closeLinkClicked(); });

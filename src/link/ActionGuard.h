@@ -15,8 +15,9 @@ public:
 
     /// @param stillWanted asked after a failure; where it does not hold (the window was closed
     ///        meanwhile) nothing is said
-    void run(const std::function<void()> &action,
-             const std::function<bool()> &stillWanted = [] { return true; });
+    void run(
+        const std::function<void()> &action,
+        const std::function<bool()> &stillWanted = [] { return true; });
 
 private:
     LinkDispatch &dispatch;

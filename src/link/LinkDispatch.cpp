@@ -4,7 +4,10 @@
 
 LinkDispatch::LinkDispatch(LinkState &linkState, ExchangeState &exchangeState,
                            SerialLink &serialLink, NetworkLink &networkLink, EventPump &eventPump)
-    : link(linkState), exchange(exchangeState), serial(serialLink), network(networkLink),
+    : link(linkState),
+      exchange(exchangeState),
+      serial(serialLink),
+      network(networkLink),
       pump(eventPump) {}
 
 void LinkDispatch::OpenLink() {

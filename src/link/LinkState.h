@@ -28,7 +28,7 @@ struct LinkState {
     bool FindingPortsFlag = false;
 
     // Network link
-    std::string RemoteIPAddress;              ///< dotted, as it is connected
+    std::string RemoteIPAddress;               ///< dotted, as it is connected
     std::array<std::string, 5> IPAddressQuads; ///< 0 to 3: the address as entered
     bool IPConnectedFlag = false;              ///< the socket reported a complete connect
     bool IPLinkOpenFlag = false;               ///< the network link is up

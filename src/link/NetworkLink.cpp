@@ -14,7 +14,10 @@ constexpr double DefaultReplyTimeout = 0.8;
 
 NetworkLink::NetworkLink(LinkState &linkState, ExchangeState &exchangeState, TcpSocket &tcpSocket,
                          EventPump &eventPump, LinkStatusDisplay &statusDisplay)
-    : link(linkState), exchange(exchangeState), socket(tcpSocket), pump(eventPump),
+    : link(linkState),
+      exchange(exchangeState),
+      socket(tcpSocket),
+      pump(eventPump),
       display(statusDisplay) {
     socket.setEvents({
         .connectComplete =
@@ -91,9 +94,8 @@ void NetworkLink::SendIPOutputBuffer(std::string_view text) {
     link.ReplyPendingFlag = false;
     link.ReplyCompleteFlag = false;
     socket.send(text);
-    pump.runUntil([this] {
-        return link.SendCompleteFlag || socket.state() != SocketState::Connected;
-    });
+    pump.runUntil(
+        [this] { return link.SendCompleteFlag || socket.state() != SocketState::Connected; });
     if (!link.SendCompleteFlag && !pump.ended())
         throw LinkError("Sending to", link.RemoteIPAddress + " port " + std::to_string(UnitPort),
                         socket.failureReason());

@@ -7,8 +7,12 @@
 OutputStatusQuery::OutputStatusQuery(LinkState &linkState, ExchangeState &exchangeState,
                                      ModelFacts &modelFacts, RoutingState &routingState,
                                      LinkDispatch &linkDispatch, Messages &messages)
-    : link(linkState), exchange(exchangeState), model(modelFacts), routing(routingState),
-      dispatch(linkDispatch), user(messages) {}
+    : link(linkState),
+      exchange(exchangeState),
+      model(modelFacts),
+      routing(routingState),
+      dispatch(linkDispatch),
+      user(messages) {}
 
 void OutputStatusQuery::RequestOutputStatus() {
     dispatch.exchangeCommand(std::string(command::StatusOfAllOutputs));

@@ -11,7 +11,10 @@ constexpr double ReadPeriodSeconds = 0.3;
 
 SerialLink::SerialLink(LinkState &linkState, ExchangeState &exchangeState, SerialPort &serialPort,
                        EventPump &eventPump, LinkStatusDisplay &statusDisplay)
-    : link(linkState), exchange(exchangeState), port(serialPort), pump(eventPump),
+    : link(linkState),
+      exchange(exchangeState),
+      port(serialPort),
+      pump(eventPump),
       display(statusDisplay) {}
 
 void SerialLink::TestCommPort(int portNumber) {
@@ -62,15 +65,21 @@ void SerialLink::CloseSerialPort() {
 }
 
 void SerialLink::SerialWrite(std::string_view text) {
-    if (!port.isOpen())
-        ReopenSerialPort(link.SelectedCommPort);
+    reopenIfClosed();
     port.write(text);
 }
 
 void SerialLink::SerialWriteGetResponse(std::string_view text) {
+    // Reopening runs events; an exchange among them must not leave its reply in this one's.
+    reopenIfClosed();
     exchange.SerialRawReply.clear();
-    SerialWrite(text);
+    port.write(text);
     ReadSerialResponse();
+}
+
+void SerialLink::reopenIfClosed() {
+    if (!port.isOpen())
+        ReopenSerialPort(link.SelectedCommPort);
 }
 
 void SerialLink::ReadSerialResponse() {
@@ -85,6 +94,4 @@ void SerialLink::ReadSerialResponse() {
         exchange.ResponseText = exchange.SerialRawReply;
 }
 
-void SerialLink::AppendSerialInput() {
-    appendReceived(exchange.SerialRawReply, port.readAll());
-}
+void SerialLink::AppendSerialInput() { appendReceived(exchange.SerialRawReply, port.readAll()); }

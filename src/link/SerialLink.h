@@ -40,6 +40,7 @@ public:
     [[nodiscard]] bool portIsOpen() const { return port.isOpen(); }
 
 private:
+    void reopenIfClosed();
     void ReopenSerialPort(int portNumber);
     void openForUse(int portNumber);
     void ReadSerialResponse();

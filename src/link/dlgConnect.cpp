@@ -21,9 +21,11 @@ template <class Control> Control *named(Control *control, const char *name) {
 } // namespace
 
 dlgConnect::dlgConnect(const LinkTools &linkTools)
-    : Form("dlgConnect", linkTools.pump, &linkTools.guard), link(linkTools),
+    : Form("dlgConnect", linkTools.pump, &linkTools.guard),
+      link(linkTools),
       Frame1(named(new QGroupBox(QStringLiteral("Connect using..."), this), "Frame1")),
-      ConnectIPOption(named(new QRadioButton(QStringLiteral("Ethernet"), Frame1), "ConnectIPOption")),
+      ConnectIPOption(
+          named(new QRadioButton(QStringLiteral("Ethernet"), Frame1), "ConnectIPOption")),
       ConnectSerialOption(
           named(new QRadioButton(QStringLiteral("Serial Port"), Frame1), "ConnectSerialOption")),
       IPAddressFrame(
@@ -36,8 +38,8 @@ dlgConnect::dlgConnect(const LinkTools &linkTools)
       SerialConnectionFrame(named(new QGroupBox(QStringLiteral("Connect to Serial using..."), this),
                                   "SerialConnectionFrame")),
       SerialPortsCombo(named(new QComboBox(SerialConnectionFrame), "SerialPortsCombo")),
-      Label1(named(new QLabel(QStringLiteral("Finding Comm Ports"), SerialConnectionFrame),
-                   "Label1")),
+      Label1(
+          named(new QLabel(QStringLiteral("Finding Comm Ports"), SerialConnectionFrame), "Label1")),
       Connect2SerialButton(named(new FaceButton(QStringLiteral("Connect"), SerialConnectionFrame),
                                  "Connect2SerialButton")),
       status(this) {
@@ -74,7 +76,8 @@ dlgConnect::dlgConnect(const LinkTools &linkTools)
 
     link.display.attach(StatusWindow::Connect, status);
     link.display.attachProgress(*this);
-    connect(ConnectIPOption, &QRadioButton::clicked, this, [this] { act([this] { chooseNetwork(); }); });
+    connect(ConnectIPOption, &QRadioButton::clicked, this,
+            [this] { act([this] { chooseNetwork(); }); });
     connect(ConnectSerialOption, &QRadioButton::clicked, this,
             [this] { act([this] { chooseSerial(); }); });
     whenKey(Qt::Key_Escape, [this] { unload(); });
@@ -243,7 +246,8 @@ void dlgConnect::tryToConnect() {
 }
 
 void dlgConnect::chooseSerial() {
-    // The search opens and closes ports; one that was picked before would be closed by it unnoticed.
+    // The search opens and closes ports; one that was picked before would be closed by it
+    // unnoticed.
     link.serial.CloseSerialPort();
     Connect2SerialButton->setEnabled(false);
     makeIPAddressInVisible();
@@ -276,9 +280,10 @@ void dlgConnect::FindCommPorts() {
         SerialPortsCombo->setCurrentIndex(-1);
         SerialPortsCombo->show();
     } else if (visit == thisVisit) {
-        link.messages.ShowMessage("There are no COM ports available for updating\r\nClose any serial "
-                                  "communications programs in use, or connect a USB to Serial "
-                                  "Adapter Cable.");
+        link.messages.ShowMessage(
+            "There are no COM ports available for updating\r\nClose any serial "
+            "communications programs in use, or connect a USB to Serial "
+            "Adapter Cable.");
         clearOption(ConnectSerialOption);
         MakeSerialInvisible();
     }
@@ -292,8 +297,7 @@ void dlgConnect::choosePort(int item) {
     state.SelectedCommPort = static_cast<int>(leadingNumber(mid(name, 5, 2)));
     state.PreviousCommPort = state.SelectedCommPort;
     link.messages.ShowMessage("Please make sure the Zarn is connected to the Comm Port " +
-                              std::to_string(state.SelectedCommPort) +
-                              " Cable before proceeding!");
+                              std::to_string(state.SelectedCommPort) + " Cable before proceeding!");
     if (visit != thisVisit || pump.ended())
         return;
     try {

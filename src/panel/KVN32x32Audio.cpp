@@ -14,9 +14,15 @@
 
 KVN32x32Audio::KVN32x32Audio(const LinkTools &linkTools, ModelFacts &model, RoutingState &routing,
                              PanelState &panelState, PanelHost &panelHost)
-    : Form("KVN32x32Audio", linkTools.pump, &linkTools.guard), link(linkTools), host(panelHost),
-      sheet(new PanelSheet(this)), controls(*sheet), tools{link, model, routing, panelState, controls},
-      volume(tools), display(tools, volume), slotSetup(tools),
+    : Form("KVN32x32Audio", linkTools.pump, &linkTools.guard),
+      link(linkTools),
+      host(panelHost),
+      sheet(new PanelSheet(this)),
+      controls(*sheet),
+      tools{link, model, routing, panelState, controls},
+      volume(tools),
+      display(tools, volume),
+      slotSetup(tools),
       selection(tools, slotSetup, display, volume),
       presets(tools, display, [this] { setWindowState(windowState() & ~Qt::WindowMinimized); }) {
     setWindowTitle(QStringLiteral("Corvane Control Panel"));
@@ -24,7 +30,8 @@ KVN32x32Audio::KVN32x32Audio(const LinkTools &linkTools, ModelFacts &model, Rout
     layout->setContentsMargins(0, 0, 0, 0);
     buildMenu();
     layout->addWidget(sheet);
-    sheet->setMinimumSize(PanelArea.width / TwipsPerPixel / 2, PanelArea.height / TwipsPerPixel / 2);
+    sheet->setMinimumSize(PanelArea.width / TwipsPerPixel / 2,
+                          PanelArea.height / TwipsPerPixel / 2);
     resize(PanelArea.width / TwipsPerPixel,
            PanelArea.height / TwipsPerPixel + layout->menuBar()->sizeHint().height());
     controls.status.changed = [this] { controls.layOut(); };
@@ -50,7 +57,8 @@ void KVN32x32Audio::buildMenu() {
     for (const HelpItem &item : Items) {
         QAction *action = menu->addAction(QLatin1String(item.caption));
         action->setObjectName(QLatin1String(item.name));
-        connect(action, &QAction::triggered, this, [this, topic = item.topic] { host.showHelp(topic); });
+        connect(action, &QAction::triggered, this,
+                [this, topic = item.topic] { host.showHelp(topic); });
     }
     layout()->setMenuBar(bar);
     whenKey(Qt::Key_F1, [this] { host.showHelp(HelpTopic::Connecting); });

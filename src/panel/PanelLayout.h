@@ -22,8 +22,8 @@ constexpr double sheetScale(int width, int height) {
     return across < down ? across : down;
 }
 
-/// Where the controls of one array stand: offsets from the column's start, the top of row 1, and how
-/// much further down row 2 is.
+/// Where the controls of one array stand: offsets from the column's start, the top of row 1, and
+/// how much further down row 2 is.
 struct SlotPlace {
     int columnOffset;
     int top;

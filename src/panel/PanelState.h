@@ -15,10 +15,10 @@ struct PanelState {
     int CurrentInput = 0;  ///< input picked for the take; 0: none
     int CurrentOutput = 0; ///< output clicked last; 0: none
     Table<std::string, 32> SelectedOutputs{"SelectedOutputs"}; ///< number as text when picked
-    bool OutputWasSelected = false; ///< result of ClearOutputIfSelected
-    bool FirstOutputAdded = false;  ///< scratch of the list builders
-    int VolumeOutput = 0;           ///< output whose volume is stepped; 0: none
-    int CurrentPreset = 0;          ///< preset chosen and not yet executed; 0: none
+    bool OutputWasSelected = false;                            ///< result of ClearOutputIfSelected
+    bool FirstOutputAdded = false;                             ///< scratch of the list builders
+    int VolumeOutput = 0;  ///< output whose volume is stepped; 0: none
+    int CurrentPreset = 0; ///< preset chosen and not yet executed; 0: none
     bool PanelFromSavedUnits = false;
     std::string SelectedUnitName; ///< the saved unit's name; empty: none
 };

@@ -10,7 +10,10 @@
 
 RouteSelection::RouteSelection(const PanelTools &panelTools, SlotSetup &slotSetup,
                                ConnectionDisplay &connectionDisplay, VolumeControl &volumeControl)
-    : tools(panelTools), slots(slotSetup), display(connectionDisplay), volume(volumeControl),
+    : tools(panelTools),
+      slots(slotSetup),
+      display(connectionDisplay),
+      volume(volumeControl),
       groups(panelTools.controls, panelTools.model) {}
 
 char RouteSelection::bothMode() const { return tools.model.HasAudio ? VideoAndAudio : VideoOnly; }

@@ -17,7 +17,8 @@ public:
     /// start at a later slot the visible boxes get their text from the connection display.
     void DisplayVolumeValues();
 
-    /// The box of `slot` was pointed at: its output is the one to step. Video-only models have none.
+    /// The box of `slot` was pointed at: its output is the one to step. Video-only models have
+    /// none.
     void chooseOutput(int slot);
 
     /// Steps the chosen output and shows the level that the unit reports then. Up stops at 5 after

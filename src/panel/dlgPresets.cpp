@@ -14,8 +14,11 @@ constexpr int Columns = 8;
 
 dlgPresets::dlgPresets(const PanelTools &panelTools, ConnectionDisplay &connectionDisplay,
                        std::function<void()> restorePanel)
-    : Form("dlgPresets", panelTools.link.pump, &panelTools.link.guard), link(panelTools.link),
-      panel(panelTools.panel), display(connectionDisplay), restore(std::move(restorePanel)),
+    : Form("dlgPresets", panelTools.link.pump, &panelTools.link.guard),
+      link(panelTools.link),
+      panel(panelTools.panel),
+      display(connectionDisplay),
+      restore(std::move(restorePanel)),
       ExecutePresetButton(new FaceButton(QStringLiteral("EXECUTE"), this)),
       ExitPresets(new FaceButton(QStringLiteral("CLOSE PRESETS"), this)) {
     setWindowTitle(QStringLiteral("Preset Handler"));

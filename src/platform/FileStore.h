@@ -15,7 +15,8 @@ public:
     [[nodiscard]] virtual bool exists(const std::string &path) const = 0;
 
     /// Reads the whole file into `contents`, byte by byte as it is.
-    [[nodiscard]] virtual std::string read(const std::string &path, std::string &contents) const = 0;
+    [[nodiscard]] virtual std::string read(const std::string &path,
+                                           std::string &contents) const = 0;
 
     /// Replaces the file at once: whoever looks, or is cut off, finds the old file or the new one,
     /// whole. The file that is replaced is kept at `backupPath`. After a failure the old file is as

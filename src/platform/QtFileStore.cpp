@@ -39,9 +39,9 @@ std::string QtFileStore::replace(const std::string &path, std::string_view conte
                                  const std::string &backupPath) {
     if (exists(path)) {
         std::string before;
-        if (const std::string failure = read(path, before); !failure.empty())
+        if (std::string failure = read(path, before); !failure.empty())
             return failure;
-        if (const std::string failure = save(backupPath, before); !failure.empty())
+        if (std::string failure = save(backupPath, before); !failure.empty())
             return failure;
     }
     return save(path, contents);

@@ -16,7 +16,10 @@ QtSerialPort::QtSerialPort(std::string appPath) : programFolder(std::move(appPat
     QObject::connect(
         &port, &QSerialPort::errorOccurred, &port,
         [this](QSerialPort::SerialPortError error) {
-            if (error != QSerialPort::ResourceError || !port.isOpen())
+            // A device that is gone reports one of these, over and over until it is closed.
+            const bool gone = error == QSerialPort::ResourceError ||
+                              error == QSerialPort::ReadError || error == QSerialPort::WriteError;
+            if (!gone || !port.isOpen())
                 return;
             failure = port.errorString().toStdString();
             port.close();
@@ -35,7 +38,7 @@ void QtSerialPort::configure(std::string_view settings) {
             .split(QLatin1Char(','));
     if (fields.size() != 4)
         throw LinkError("Setting", place(), "unknown port settings");
-    const QString parity = fields[1];
+    const QString &parity = fields[1];
     port.setBaudRate(fields[0].toInt());
     port.setParity(parity == QLatin1String("E")   ? QSerialPort::EvenParity
                    : parity == QLatin1String("O") ? QSerialPort::OddParity

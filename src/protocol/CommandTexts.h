@@ -4,7 +4,8 @@
 #include <string_view>
 
 // The texts of the unit's command language, terminator included. Inputs, outputs and presets count
-// from 1. An output list is "1,2,7"; an audio output list carries a suffix on each item, "1F,2F,7F".
+// from 1. An output list is "1,2,7"; an audio output list carries a suffix on each item,
+// "1F,2F,7F".
 
 namespace command {
 

@@ -9,8 +9,8 @@
 struct OutputStatusRecord {
     std::string OutputNumberText; ///< 1 or 2 characters, as the volume commands carry it
     char FieldA = ' ';
-    char MuteFlag = ' ';        ///< 'M' muted, 'U' unmuted
-    std::string FieldB;         ///< 1 to 3 characters
+    char MuteFlag = ' '; ///< 'M' muted, 'U' unmuted
+    std::string FieldB;  ///< 1 to 3 characters
     char FieldC = ' ';
     std::string VolumeText;     ///< level, 1 to 3 characters
     std::string AudioInputText; ///< input that feeds the audio; 255: none

@@ -9,7 +9,9 @@ constexpr const char *BackupFileName = "KVNConfigurator.bak";
 
 SavedUnitsFile::SavedUnitsFile(SavedUnits &savedUnits, LinkState &linkState, FileStore &fileStore,
                                const std::string &appPath)
-    : units(savedUnits), link(linkState), files(fileStore),
+    : units(savedUnits),
+      link(linkState),
+      files(fileStore),
       path(fileStore.join(appPath, IniFileName)),
       backupPath(fileStore.join(appPath, BackupFileName)) {}
 

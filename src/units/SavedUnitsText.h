@@ -7,8 +7,8 @@
 #include <string_view>
 
 /// Reads one number of an address from the 1-based `position`: up to four characters, ended by ".",
-/// CR or LF. Past the end of the line it reads blanks, so the last number of an address is padded to
-/// four characters. Leaves `position` behind the separator.
+/// CR or LF. Past the end of the line it reads blanks, so the last number of an address is padded
+/// to four characters. Leaves `position` behind the separator.
 std::string ReadIPQuadToken(std::string_view line, int &position);
 
 /// Joins four numbers with dots.

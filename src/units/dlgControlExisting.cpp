@@ -27,8 +27,12 @@ QString selectedText(const QListWidget &list) {
 dlgControlExisting::dlgControlExisting(const LinkTools &linkTools, SavedUnits &savedUnits,
                                        SavedUnitsFile &unitsFile, dlgConnect &dialog,
                                        UnitsHost &unitsHost)
-    : Form("dlgControlExisting", linkTools.pump, &linkTools.guard), link(linkTools),
-      units(savedUnits), file(unitsFile), connectDialog(dialog), host(unitsHost),
+    : Form("dlgControlExisting", linkTools.pump, &linkTools.guard),
+      link(linkTools),
+      units(savedUnits),
+      file(unitsFile),
+      connectDialog(dialog),
+      host(unitsHost),
       controls(*this, link.state.IPAddressQuads) {
     setWindowTitle(QStringLiteral("Control Existing Corvane"));
     link.display.attach(StatusWindow::SavedUnits, controls.status);
@@ -158,14 +162,19 @@ void dlgControlExisting::pickKind() {
         controls.ControlledbyText->setText(shown(kind));
 }
 
-std::string dlgControlExisting::kindText() const { return typed(selectedText(*controls.ConnectChoiceList)); }
+std::string dlgControlExisting::kindText() const {
+    return typed(selectedText(*controls.ConnectChoiceList));
+}
 
-std::string dlgControlExisting::unitText() const { return typed(selectedText(*controls.AvailCorvanesList)); }
+std::string dlgControlExisting::unitText() const {
+    return typed(selectedText(*controls.AvailCorvanesList));
+}
 
 std::array<std::string, 5> dlgControlExisting::boxTexts() const {
     std::array<std::string, 5> texts;
     for (int number = 0; number < 4; ++number)
-        texts.at(static_cast<std::size_t>(number)) = typed(controls.CntrlIPAddressQuad->box(number)->text());
+        texts.at(static_cast<std::size_t>(number)) =
+            typed(controls.CntrlIPAddressQuad->box(number)->text());
     return texts;
 }
 

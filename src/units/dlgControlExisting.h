@@ -30,8 +30,8 @@ class dlgControlExisting : public Form {
 public:
     enum class Operation { Add, Edit, Control, Delete };
 
-    dlgControlExisting(const LinkTools &linkTools, SavedUnits &savedUnits, SavedUnitsFile &unitsFile,
-                       dlgConnect &dialog, UnitsHost &unitsHost);
+    dlgControlExisting(const LinkTools &linkTools, SavedUnits &savedUnits,
+                       SavedUnitsFile &unitsFile, dlgConnect &dialog, UnitsHost &unitsHost);
 
     void LoadForm();
 

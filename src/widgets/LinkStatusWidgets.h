@@ -7,10 +7,10 @@
 #include <functional>
 
 /// The status label and the two link pictures of a window.
-class LinkStatusWidgets : public LinkStatusView {
+class LinkStatusWidgets final : public LinkStatusView {
 public:
-    /// Makes the three as children of `parent`, named `ZarnConnectedLabel`, `ZarnConnectedImage` and
-    /// `ZarnNotConnectedImage`; the window places them.
+    /// Makes the three as children of `parent`, named `ZarnConnectedLabel`, `ZarnConnectedImage`
+    /// and `ZarnNotConnectedImage`; the window places them.
     explicit LinkStatusWidgets(QWidget *parent);
 
     void showLinkStatus(const LinkStatusLook &look) override;

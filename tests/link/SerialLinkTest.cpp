@@ -32,7 +32,7 @@ void SerialLinkTest::opensPorts() {
     QCOMPARE(links.serialPort.log, Log({"open 7 115200,N,8,1", "close", "open 7 38400,N,8,1",
                                         "close", "open 7 38400,N,8,1"}));
     links.state.SelectedCommPort = 8;
-    QVERIFY_EXCEPTION_THROWN(links.serial.OpenSerialPort(), LinkError);
+    QVERIFY_THROWS_EXCEPTION(LinkError, links.serial.OpenSerialPort());
     QVERIFY(!links.state.SerialPortOpen);
 }
 

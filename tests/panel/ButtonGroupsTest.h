@@ -6,6 +6,6 @@ class ButtonGroupsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void enablesOneKind_data();
-    void enablesOneKind();
+    void followEveryPick_data();
+    void followEveryPick();
 };

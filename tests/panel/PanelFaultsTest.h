@@ -12,10 +12,8 @@ private Q_SLOTS:
     void panelClosedInAWait();
     void startWindowClosedInAWait_data();
     void startWindowClosedInAWait();
-    void portVanishes_data();
-    void portVanishes();
-    void peerCloses_data();
-    void peerCloses();
+    void linkIsLost_data();
+    void linkIsLost();
     void oddStatusReplies_data();
     void oddStatusReplies();
 };

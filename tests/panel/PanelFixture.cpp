@@ -8,12 +8,19 @@
 
 namespace {
 
-const std::map<std::string, std::string> Buttons{
-    {"iB", "InputVideoAudioButtons"}, {"iV", "InputVideoButtons"},  {"iA", "InputAudioButtons"},
-    {"oB", "OutputVidAudButtons"},    {"oV", "OutputVideoButtons"}, {"oA", "OutputAudioButtons"},
-    {"m", "MuteButton"},              {"take", "TakeButton"},       {"escape", "ClearButton"},
-    {"presets", "GoToPresets"},       {"exit", "ExitButton"},       {"up", "VolumeUpButton"},
-    {"down", "VolumeDownButton"}};
+const std::map<std::string, std::string> Buttons{{"iB", "InputVideoAudioButtons"},
+                                                 {"iV", "InputVideoButtons"},
+                                                 {"iA", "InputAudioButtons"},
+                                                 {"oB", "OutputVidAudButtons"},
+                                                 {"oV", "OutputVideoButtons"},
+                                                 {"oA", "OutputAudioButtons"},
+                                                 {"m", "MuteButton"},
+                                                 {"take", "TakeButton"},
+                                                 {"escape", "ClearButton"},
+                                                 {"presets", "GoToPresets"},
+                                                 {"exit", "ExitButton"},
+                                                 {"up", "VolumeUpButton"},
+                                                 {"down", "VolumeDownButton"}};
 
 const std::vector<std::pair<std::string, std::string>> Lamps{{"iV", "InputVideoLamp"},
                                                              {"iA", "InputAudioLamp"},
@@ -39,13 +46,13 @@ char groupMark(char kind, const std::string &array) {
 
 } // namespace
 
-PanelFixture::PanelFixture(const std::string &model) : ProgramFixture({.model = model}) {}
+PanelFixture::PanelFixture(const std::string &model, bool overNetwork)
+    : ProgramFixture({.model = model}) {
+    open(overNetwork);
+}
 
 void PanelFixture::open(bool overNetwork) {
-    if (overNetwork)
-        openPanelOverNetwork();
-    else
-        openPanelOverSerial();
+    openPanel(overNetwork);
     QVERIFY(isShown("KVN32x32Audio"));
     QCoreApplication::processEvents(); // the window becomes the active one
     takeWritten();
@@ -63,8 +70,8 @@ void PanelFixture::clicks(const std::string &marks) {
     }
 }
 
-std::string PanelFixture::text(const std::string &name) {
-    return on(name)->property("text").toString().toStdString();
+std::string PanelFixture::textOf(const std::string &name) {
+    return text("KVN32x32Audio", name.c_str());
 }
 
 QColor PanelFixture::face(const std::string &name) {
@@ -96,8 +103,8 @@ std::string PanelFixture::groups() {
 }
 
 std::string PanelFixture::holders() {
-    return text("SelectedOutputsHolder") + "|" + text("SelectedAudioOutputsHolder") + "|" +
-           text("CurrentInputHolder");
+    return textOf("SelectedOutputsHolder") + "|" + textOf("SelectedAudioOutputsHolder") + "|" +
+           textOf("CurrentInputHolder");
 }
 
 std::string PanelFixture::pending() const {
@@ -113,9 +120,4 @@ std::string PanelFixture::pending() const {
     for (const std::string &output : program.panelState.SelectedOutputs)
         left += output.empty() ? "" : " output " + output + " is picked";
     return left;
-}
-
-std::string PanelFixture::messageTexts() const {
-    QStringList texts(messages.begin(), messages.end());
-    return texts.join(QLatin1String(" | ")).toStdString();
 }

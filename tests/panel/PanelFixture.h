@@ -5,21 +5,20 @@
 
 /// A program whose panel is driven and read by short marks: a side (i, o), a kind (B, V, A) and a
 /// slot, so "iB3" is the video-and-audio button of input slot 3 and "oV12" the video lamp or button
-/// of output slot 12; m3 is a mute button.
+/// of output slot 12; "m3" is a mute button.
 class PanelFixture : public ProgramFixture {
 public:
-    explicit PanelFixture(const std::string &model = "KVN-16x16-RGBA");
-
-    /// Opens the panel; what that sent and said is forgotten.
+    /// The panel is open; what that sent and said is forgotten.
+    explicit PanelFixture(const std::string &model = "KVN-16x16-RGBA", bool overNetwork = false);
     void open(bool overNetwork = false);
 
     /// Clicks marks with blanks between them, or the words take, escape, presets, exit, up, down.
     static void clicks(const std::string &marks);
 
     template <class Control = QWidget> [[nodiscard]] static Control *on(const std::string &name) {
-        return control<Control>("KVN32x32Audio", QString::fromStdString(name));
+        return part<Control>("KVN32x32Audio", name.c_str());
     }
-    [[nodiscard]] static std::string text(const std::string &name);
+    [[nodiscard]] static std::string textOf(const std::string &name);
     [[nodiscard]] static QColor face(const std::string &name);
 
     /// The marks of the lamps that are seen lit, "oV2!" where a screen reader is told otherwise.
@@ -31,6 +30,4 @@ public:
     [[nodiscard]] static std::string holders();
     /// All that is left of a selection or a take; empty when the panel is ready for the next one.
     [[nodiscard]] std::string pending() const;
-
-    [[nodiscard]] std::string messageTexts() const;
 };

@@ -10,5 +10,4 @@ private Q_SLOTS:
     void recallsTheChosen();
     void minimisesThePanel_data();
     void minimisesThePanel();
-    void failedRecallIsPutBack();
 };

@@ -5,8 +5,6 @@
 
 namespace {
 
-const QColor Busy(255, 128, 128);
-
 /// Whether the panel shows at every output what the unit has connected to it.
 bool showsTheUnit(const PanelFixture &kvn, bool audio, int firstSlot) {
     const auto shownAs = [](int input) {
@@ -14,11 +12,11 @@ bool showsTheUnit(const PanelFixture &kvn, bool audio, int firstSlot) {
     };
     for (int output = 1; output <= kvn.unit.outputs(); ++output) {
         const std::string slot = std::to_string(firstSlot + output - 1);
-        if (PanelFixture::text("InputVideoConnected_" + slot) !=
+        if (PanelFixture::textOf("InputVideoConnected_" + slot) !=
             shownAs(kvn.unit.videoInput(output)))
             return false;
-        if (audio && PanelFixture::text("InputAudioConnected_" + slot) !=
-                                       shownAs(kvn.unit.audioInput(output)))
+        if (audio && PanelFixture::textOf("InputAudioConnected_" + slot) !=
+                         shownAs(kvn.unit.audioInput(output)))
             return false;
     }
     return true;
@@ -57,59 +55,26 @@ void TakeTest::sendsWhatWasPicked() {
     QFETCH(std::string, command);
     QFETCH(int, firstOutputSlot);
     for (const bool overNetwork : {false, true}) {
-        PanelFixture kvn(model);
-        kvn.open(overNetwork);
-        PanelFixture::clicks(clicks);
+        PanelFixture kvn(model, overNetwork);
+        kvn.clicks(clicks);
         QColor faceDuring;
-        kvn.pump.in(0.2, [&] { faceDuring = PanelFixture::face("TakeButton"); });
-        PanelFixture::clicks("take");
-
+        kvn.pump.in(0.2, [&] { faceDuring = kvn.face("TakeButton"); });
+        kvn.clicks("take");
         QCOMPARE(kvn.takeWritten(), command + "\rSTA O A\rSTA O A\r");
-        QCOMPARE(faceDuring, Busy);
-        QCOMPARE(kvn.pending(), std::string());
+        QCOMPARE(faceDuring, QColor(255, 128, 128));
+        QCOMPARE(kvn.pending() + kvn.messageTexts(), std::string());
         QVERIFY(showsTheUnit(kvn, model.ends_with("A"), firstOutputSlot));
-        QCOMPARE(PanelFixture::text("OutputNumberLabel_" + std::to_string(firstOutputSlot)),
+        QCOMPARE(kvn.textOf("OutputNumberLabel_" + std::to_string(firstOutputSlot)),
                  std::string("Out1"));
-        QCOMPARE(kvn.messageTexts(), std::string());
     }
-}
-
-void TakeTest::showsThePending_data() {
-    const DataTable<std::string, std::string, std::string> row("clicks", "lamps", "holders");
-    row("input", "iB3", "iV3 iA3 oV3 oA3", "||3 3F");
-    row("input video", "iV3", "iV3 oV3", "||3 3F");
-    row("input audio", "iA3", "iA3 oA3", "||3 3F");
-    row("other input", "iB3 iB12", "iV12 iA12 oV12 oA12", "||12 12F");
-    row("input again", "iB3 oB1 iB3", "", "||");
-    row("outputs", "oB2 oB1", "oV1 oV2 oA1 oA2", "1,2|1F,2F|");
-    row("output video", "oV2 oV1", "oV1 oV2", "1,2||");
-    row("output audio", "oA2", "oA2", "2|2F|");
-    row("output again", "oB1 oB2 oB1", "oV2 oA2", "2|2F|");
-    row("input with outputs", "iA3 oA1", "iA3 oA1 oA3", "1|1F|3 3F");
-    row("outputs before the input", "oB1 oB2 iB3", "iV3 iA3 oV3 oA3", "1,2|1F,2F|3 3F");
-    row("audio lamp that stays", "iA3 oA1 oA1 iV4", "iV4 iA3 oV4", "||4 4F");
-    row("video leaves the audio list", "oA1 oA1 oV2", "oV2", "2||");
-    row("escape", "iB3 oB1 oB2 escape", "", "||");
-}
-
-void TakeTest::showsThePending() {
-    QFETCH(std::string, clicks);
-    PanelFixture kvn;
-    kvn.open();
-    PanelFixture::clicks(clicks);
-    QTEST(PanelFixture::litLamps(), "lamps");
-    QTEST(PanelFixture::holders(), "holders");
-    QCOMPARE(kvn.takeWritten(), std::string());
 }
 
 void TakeTest::startsEmptyAtEveryOpening() {
     PanelFixture kvn;
-    kvn.open();
-    PanelFixture::clicks("iB3 oB1 oB2 exit");
-    QVERIFY(!ProgramFixture::isShown("KVN32x32Audio"));
+    kvn.clicks("iB3 oB1 oB2 exit");
     kvn.open();
     QCOMPARE(kvn.pending(), std::string());
-    QCOMPARE(PanelFixture::text("OutputNumberLabel_1"), std::string("1"));
-    PanelFixture::clicks("take");
+    QCOMPARE(kvn.textOf("InputNumberLabel_3"), std::string("3"));
+    kvn.clicks("take");
     QCOMPARE(kvn.takeWritten(), std::string("DIS ,\rSTA O A\rSTA O A\r"));
 }

@@ -8,7 +8,5 @@ class TakeTest : public QObject {
 private Q_SLOTS:
     void sendsWhatWasPicked_data();
     void sendsWhatWasPicked();
-    void showsThePending_data();
-    void showsThePending();
     void startsEmptyAtEveryOpening();
 };

@@ -7,18 +7,20 @@
 
 namespace {
 
-using Device = std::function<std::string(std::string_view)>;
-
 const std::string Level17 = "\r\nVOL L 1 -17\r\n";
+const std::string All = "VolumeUpButton VolumeDownButton OutputVolumeLabel Label1 ";
 
-/// A unit that reports output 1 with these fields, whatever was set, and answers every query of a
-/// level with `levelReply`.
-Device reporting(const Device &unit, const std::string &flagToLevel, const std::string &levelReply) {
-    return [=](std::string_view text) {
+/// From the next status on the unit reports output 1 with these fields, whatever was set, and
+/// answers every query of a level with `levelReply`.
+void report(PanelFixture &kvn, const std::string &flagToLevel, const std::string &levelReply) {
+    auto &device = kvn.serialPort.wire.device;
+    device = [=, unit = device](std::string_view text) {
         if (text.starts_with("STA"))
             return "\r\nSTA O A\r\n  Output 1 (A," + flagToLevel + ",1,D,1)\r\n";
         return text.starts_with("VOL") && text.ends_with("?\r") ? levelReply : unit(text);
     };
+    kvn.clicks("take");
+    kvn.takeWritten();
 }
 
 void pointAt(const std::string &name, const std::string &how) {
@@ -26,13 +28,12 @@ void pointAt(const std::string &name, const std::string &how) {
     const QPointF at(3, 3);
     QMouseEvent moved(QEvent::MouseMove, at, box->mapToGlobal(at), Qt::NoButton, Qt::NoButton,
                       Qt::NoModifier);
-    QEnterEvent entered(at, at, box->mapToGlobal(at));
     if (how == "click")
         QTest::mouseClick(box, Qt::LeftButton);
     else if (how == "Tab")
         box->setFocus(Qt::TabFocusReason);
     else
-        QCoreApplication::sendEvent(box, how == "enter" ? static_cast<QEvent *>(&entered) : &moved);
+        QCoreApplication::sendEvent(box, &moved);
 }
 
 /// The volume controls and the hint that are seen.
@@ -43,8 +44,6 @@ std::string shownControls() {
         shown += PanelFixture::on(name)->isVisible() ? std::string(name) + " " : "";
     return shown;
 }
-
-const std::string AllControls = "VolumeUpButton VolumeDownButton OutputVolumeLabel Label1 ";
 
 } // namespace
 
@@ -65,7 +64,7 @@ void VolumeTest::steps_data() {
     row("not a number", "-20", "up", "-19", "\r\nVOL L 1 loud\r\n", "Vol 0");
     row("unknown reply", "-20", "up", "-19", "what is it?", "Vol 0");
     row("no reply", "-20", "up", "-19", "", "Vol 0");
-    row("fraction", "-20", "down", "-21", "\r\nVOL L 1 -0.50\r\n", "Vol -0.5");
+    row("padded", "-20", "down", "-21", "\r\nVOL L 1 -09.0\r\n", "Vol -9");
 }
 
 void VolumeTest::steps() {
@@ -74,92 +73,54 @@ void VolumeTest::steps() {
     QFETCH(std::string, sent);
     QFETCH(std::string, reply);
     PanelFixture kvn;
-    kvn.serialPort.wire.device =
-        reporting(kvn.serialPort.wire.device, "U,0,V," + level, reply);
-    kvn.open();
+    report(kvn, "U,0,V," + level, reply);
     pointAt("OutputVolumeValue_1", "move");
-    std::string captionDuring;
     kvn.pump.in(0.1, [&] {
-        captionDuring = PanelFixture::text("OutputVolumeLabel");
-        PanelFixture::clicks("up down");
+        QCOMPARE(kvn.textOf("OutputVolumeLabel"), std::string("Wait..."));
+        kvn.clicks("up down");
     });
-    PanelFixture::clicks(button);
-    const bool steps = !sent.empty();
-    if (steps)
-        QCOMPARE(captionDuring, std::string("Wait..."));
-    QCOMPARE(kvn.takeWritten(), steps ? "VOL L 1 " + sent + "\rVOL L 1?\r" : sent);
-    QTEST(PanelFixture::text("OutputVolumeValue_1"), "box");
-    QCOMPARE(PanelFixture::text("OutputVolumeLabel"), std::string("Output 1 volume"));
-    QCOMPARE(shownControls(), AllControls);
+    kvn.clicks(button);
+    QCOMPARE(kvn.takeWritten(), sent.empty() ? sent : "VOL L 1 " + sent + "\rVOL L 1?\r");
+    QTEST(kvn.textOf("OutputVolumeValue_1"), "box");
+    QCOMPARE(kvn.textOf("OutputVolumeLabel"), std::string("Output 1 volume"));
+    QCOMPARE(shownControls(), All);
 }
 
 void VolumeTest::choosesTheOutput_data() {
-    const DataTable<std::string, std::string, std::string, std::string> row("model", "how",
-                                                                            "clicks", "caption");
-    row("entered", "KVN-8x4-RGBA", "enter", "", "Output 2 volume");
-    row("moved over", "KVN-8x4-RGBA", "move", "", "Output 2 volume");
-    row("clicked", "KVN-8x4-RGBA", "click", "", "Output 2 volume");
-    row("reached by Tab", "KVN-8x4-RGBA", "Tab", "", "Output 2 volume");
-    row("after a clear", "KVN-8x4-RGBA", "move", "escape", "Output Out2 volume");
-    row("video only", "KVN-8x4-RGB", "move", "", "");
-    row("video only clicked", "KVN-8x4-RGB", "click", "", "");
+    const DataTable<std::string, std::string, std::string, std::string, std::string> row(
+        "how", "clicksBefore", "clicksAfter", "shown", "caption");
+    row("moved over", "move", "", "", All, "Output 2 volume");
+    row("clicked", "click", "", "", All, "Output 2 volume");
+    row("reached by Tab", "Tab", "", "", All, "Output 2 volume");
+    row("after a clear", "move", "escape", "", All, "Output Out2 volume");
+    row("input", "move", "", "iV8", All, "Output 2 volume");
+    row("output", "move", "", "oB8", "Label1 ", "Output 2 volume");
+    row("hint of the kind before", "move", "", "oV8", "Label1 ", "Output 2 volume");
+    row("no hint for video", "move", "", "oV8 oV9", "", "Output 2 volume");
+    row("no hint for audio", "move", "", "oA8 oA9", "", "Output 2 volume");
+    row("escape", "move", "", "escape", "Label1 ", "Output 2 volume");
+    row("take", "move", "", "take", "Label1 ", "Output 2 volume");
+    row("mute", "move", "", "m8", "Label1 ", "Output 2 volume");
+    row("video only", "move", "", "", "", "Output volume");
+    row("video only, clicked", "click", "", "", "", "Output volume");
 }
 
 void VolumeTest::choosesTheOutput() {
-    QFETCH(std::string, model);
     QFETCH(std::string, how);
-    QFETCH(std::string, clicks);
-    QFETCH(std::string, caption);
-    PanelFixture kvn(model);
-    kvn.open();
-    QCOMPARE(shownControls(), std::string(model.ends_with('A') ? "Label1 " : ""));
-    PanelFixture::clicks(clicks);
+    QFETCH(std::string, clicksBefore);
+    QFETCH(std::string, clicksAfter);
+    const bool videoOnly = std::string(QTest::currentDataTag()).starts_with("video only");
+    PanelFixture kvn(videoOnly ? "KVN-8x4-RGB" : "KVN-8x4-RGBA");
+    kvn.clicks(clicksBefore);
     pointAt("OutputVolumeValue_8", how);
-    QCOMPARE(shownControls(), caption.empty() ? "" : AllControls);
-    if (caption.empty())
+    kvn.clicks(clicksAfter);
+    QTEST(shownControls(), "shown");
+    QTEST(kvn.textOf("OutputVolumeLabel"), "caption");
+    if (shownControls() != All)
         return;
-    QCOMPARE(PanelFixture::text("OutputVolumeLabel"), caption);
-    PanelFixture::clicks("up");
+    kvn.clicks("up");
     QCOMPARE(kvn.unit.volume(2), std::string("-19"));
-    QCOMPARE(PanelFixture::text("OutputVolumeValue_8"), std::string("Vol -19"));
-}
-
-void VolumeTest::hidesTheButtons_data() {
-    const DataTable<std::string, std::string> row("clicks", "left");
-    row("output", "oB1", "Label1 ");
-    row("output video", "oV1", "");
-    row("output audio", "oA1", "");
-    row("escape", "escape", "Label1 ");
-    row("take", "take", "Label1 ");
-    row("mute", "m1", "Label1 ");
-    row("input changes nothing", "iV3", AllControls);
-}
-
-void VolumeTest::hidesTheButtons() {
-    QFETCH(std::string, clicks);
-    PanelFixture kvn;
-    kvn.open();
-    pointAt("OutputVolumeValue_1", "move");
-    QCOMPARE(shownControls(), AllControls);
-    PanelFixture::clicks(clicks);
-    if (clicks == "oV1" || clicks == "oA1") // the hint follows the kind of the selection before
-        PanelFixture::clicks(clicks == "oV1" ? "oV2" : "oA2");
-    QTEST(shownControls(), "left");
-}
-
-void VolumeTest::failedStepKeepsTheLevel() {
-    PanelFixture kvn;
-    kvn.open();
-    pointAt("OutputVolumeValue_1", "move");
-    kvn.serialPort.vanish();
-    PanelFixture::clicks("up");
-    QCOMPARE(kvn.messages.size(), std::size_t(1));
-    QVERIFY2(kvn.messages.front().contains(QLatin1String("COM7")), kvn.messageTexts().c_str());
-    QCOMPARE(PanelFixture::text("OutputVolumeLabel"), std::string("Output 1 volume"));
-    kvn.serialPort.present = {7};
-    kvn.takeWritten();
-    PanelFixture::clicks("up");
-    QCOMPARE(kvn.takeWritten(), std::string("VOL L 1 -19\rVOL L 1?\r"));
+    QCOMPARE(kvn.textOf("OutputVolumeValue_8"), std::string("Vol -19"));
 }
 
 void VolumeTest::togglesMute_data() {
@@ -180,14 +141,12 @@ void VolumeTest::togglesMute() {
     PanelFixture kvn(model);
     const auto unitAnswer = kvn.serialPort.wire.device;
     if (!fields.empty())
-        kvn.serialPort.wire.device = reporting(unitAnswer, fields, Level17);
-    kvn.open();
+        report(kvn, fields, Level17);
     kvn.serialPort.wire.device = unitAnswer;
-    PanelFixture::clicks(click);
+    kvn.clicks(click);
     QCOMPARE(kvn.takeWritten(), sent + "\rSTA O A\rSTA O A\r");
     const bool mutes = sent.starts_with("MUT M");
-    QCOMPARE(PanelFixture::text("MuteButton_" + click.substr(1)),
-             std::string(mutes ? "MUTED" : "MUTE"));
-    QCOMPARE(PanelFixture::face("MuteButton_" + click.substr(1)),
+    QCOMPARE(kvn.textOf("MuteButton_" + click.substr(1)), mutes ? "MUTED" : "MUTE");
+    QCOMPARE(kvn.face("MuteButton_" + click.substr(1)),
              mutes ? QColor(247, 166, 157) : QColor(214, 241, 194));
 }

@@ -10,9 +10,6 @@ private Q_SLOTS:
     void steps();
     void choosesTheOutput_data();
     void choosesTheOutput();
-    void hidesTheButtons_data();
-    void hidesTheButtons();
-    void failedStepKeepsTheLevel();
     void togglesMute_data();
     void togglesMute();
 };

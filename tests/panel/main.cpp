@@ -13,6 +13,6 @@
 int main(int argc, char **argv) {
     const QApplication application(argc, argv);
     applyProgramLook();
-    return runTests<PanelLayoutTest, TakeTest, ButtonGroupsTest, ConnectionDisplayTest, VolumeTest, PresetsTest,
-                    PanelFaultsTest>(argc, argv);
+    return runTests<PanelLayoutTest, TakeTest, ButtonGroupsTest, ConnectionDisplayTest, VolumeTest,
+                    PresetsTest, PanelFaultsTest>(argc, argv);
 }

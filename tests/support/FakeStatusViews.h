@@ -6,7 +6,7 @@
 #include <vector>
 
 /// A window that only takes note of how it is to show the link.
-class FakeStatusView : public LinkStatusView, public ConnectProgressView {
+class FakeStatusView final : public LinkStatusView, public ConnectProgressView {
 public:
     LinkStatusLook look;
     std::vector<std::string> progress;

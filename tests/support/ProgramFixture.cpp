@@ -46,6 +46,14 @@ void ProgramFixture::answerMessages() {
     };
 }
 
+void ProgramFixture::clickAnything(const char *windowName, const char *name) {
+    QTest::mouseClick(part(windowName, name), Qt::LeftButton);
+}
+
+std::string ProgramFixture::messageTexts() const {
+    return QStringList(messages.begin(), messages.end()).join(QLatin1String(" | ")).toStdString();
+}
+
 std::string ProgramFixture::visibleWindows() {
     QStringList names;
     for (const QWidget *candidate : QApplication::topLevelWidgets()) {

@@ -35,10 +35,24 @@ public:
     static void click(const char *windowName, const QString &name);
     [[nodiscard]] static bool isShown(const char *windowName);
     [[nodiscard]] static QString labelText(const char *windowName, const QString &name);
+    template <class Control = QWidget>
+    [[nodiscard]] static Control *part(const char *windowName, const char *name) {
+        return control<Control>(windowName, QLatin1String(name));
+    }
+    static void click(const char *windowName, const char *name) {
+        click(windowName, QString(QLatin1String(name)));
+    }
+    /// The text of a label, a box or a button.
+    [[nodiscard]] static std::string text(const char *windowName, const char *name) {
+        return part(windowName, name)->property("text").toString().toStdString();
+    }
+    /// A mouse click even on what is no button, or not enabled.
+    static void clickAnything(const char *windowName, const char *name);
 
     /// Every message that comes from now on is noted in `messages` and closed with OK.
     void answerMessages();
     std::vector<QString> messages;
+    [[nodiscard]] std::string messageTexts() const; ///< " | " between them
 
     /// The names of all windows that are seen, sorted, with a blank between them.
     [[nodiscard]] static std::string visibleWindows();
@@ -49,6 +63,9 @@ public:
     /// From the start window through the connection dialog to an open panel.
     void openPanelOverSerial();
     void openPanelOverNetwork();
+    void openPanel(bool overNetwork) {
+        overNetwork ? openPanelOverNetwork() : openPanelOverSerial();
+    }
 
     /// What went to the unit since the last call, both links.
     std::string takeWritten();
