@@ -5,12 +5,9 @@
 #include "support/toString.h"
 
 #include <QAction>
-#include <QMenu>
 #include <QWindow>
 
 namespace {
-
-const QString Ok = QStringLiteral("OKButton");
 
 /// Dialogs on a pump of their own, and no program around them.
 struct Dialogs {
@@ -29,7 +26,7 @@ void leave(const char *window, const std::string &way) {
     else if (way == "Escape" || way == "Enter")
         QTest::keyClick(dialog, way == "Enter" ? Qt::Key_Return : Qt::Key_Escape);
     else
-        ProgramFixture::click(window, QString::fromStdString(way));
+        ProgramFixture::click(window, way.c_str());
 }
 
 /// A click that goes the way of the user's mouse, so that a modal dialog can hold it off.
@@ -51,11 +48,9 @@ void MessageDialogsTest::holdsItsCaller() {
     QFETCH(std::string, way);
     Dialogs dialogs;
     dialogs.pump.in(0.5, [] {
-        QTest::mouseClick(ProgramFixture::control<QLabel>("dlgOK", QStringLiteral("OKLabel")),
-                          Qt::LeftButton);
+        ProgramFixture::clickAnything("dlgOK", "OKLabel");
         QCOMPARE(ProgramFixture::window("dlgOK")->windowTitle(), QStringLiteral("Confirm"));
-        QCOMPARE(ProgramFixture::labelText("dlgOK", QStringLiteral("OKLabel")),
-                 QStringLiteral("Two\r\nlines"));
+        QCOMPARE(ProgramFixture::text("dlgOK", "OKLabel"), std::string("Two\r\nlines"));
     });
     dialogs.pump.in(1.5, [&] { leave("dlgOK", way); });
     const double begun = dialogs.pump.now();
@@ -69,8 +64,7 @@ void MessageDialogsTest::twoMessagesShareADialog() {
     dialogs.pump.in(0.5, [&] { dialogs.messages.ShowMessage("second"); });
     dialogs.pump.in(1.0, [] {
         QCOMPARE(ProgramFixture::visibleWindows(), std::string("dlgOK"));
-        QCOMPARE(ProgramFixture::labelText("dlgOK", QStringLiteral("OKLabel")),
-                 QStringLiteral("second"));
+        QCOMPARE(ProgramFixture::text("dlgOK", "OKLabel"), std::string("second"));
         leave("dlgOK", "OKButton");
     });
     dialogs.messages.ShowMessage("first");
@@ -80,28 +74,22 @@ void MessageDialogsTest::twoMessagesShareADialog() {
 void MessageDialogsTest::canBeAnsweredOverAModalDialog() {
     ProgramFixture kvn;
     kvn.serialPort.present.clear();
-    kvn.pump.in(0.1, [] {
-        QTest::mouseClick(
-            ProgramFixture::control<>("dlgConnect", QStringLiteral("ConnectSerialOption")),
-            Qt::LeftButton);
-    });
-    kvn.pump.in(0.2, [] {
-        QVERIFY(ProgramFixture::isShown("dlgOK"));
-        clickOnScreen(
-            ProgramFixture::control<>("frmMain", QStringLiteral("MainControlButton_2")));
-        QCOMPARE(ProgramFixture::visibleWindows(), std::string("dlgConnect dlgOK frmMain"));
-        clickOnScreen(ProgramFixture::control<>("dlgOK", Ok));
-        QVERIFY(!ProgramFixture::isShown("dlgOK"));
+    const auto findNoPort = [] {
+        ProgramFixture::clickAnything("dlgConnect", "ConnectSerialOption");
+    };
+    kvn.pump.in(0.1, findNoPort);
+    kvn.pump.in(0.2, [&] {
+        QVERIFY(kvn.isShown("dlgOK"));
+        clickOnScreen(kvn.part("frmMain", "MainControlButton_2"));
+        QCOMPARE(kvn.visibleWindows(), std::string("dlgConnect dlgOK frmMain"));
+        clickOnScreen(kvn.part("dlgOK", "OKButton"));
+        QVERIFY(!kvn.isShown("dlgOK"));
     });
     // The next message goes with the dialog that it belongs to.
-    kvn.pump.in(0.3, [] {
-        QTest::mouseClick(
-            ProgramFixture::control<>("dlgConnect", QStringLiteral("ConnectSerialOption")),
-            Qt::LeftButton);
-    });
-    kvn.pump.in(0.4, [] { ProgramFixture::window("dlgConnect")->close(); });
-    ProgramFixture::click("frmMain", QStringLiteral("MainControlButton_0"));
-    QCOMPARE(ProgramFixture::visibleWindows(), std::string("frmMain"));
+    kvn.pump.in(0.3, findNoPort);
+    kvn.pump.in(0.4, [&] { kvn.window("dlgConnect")->close(); });
+    kvn.click("frmMain", "MainControlButton_0");
+    QCOMPARE(kvn.visibleWindows(), std::string("frmMain"));
 }
 
 void MessageDialogsTest::asks_data() {
@@ -118,8 +106,7 @@ void MessageDialogsTest::asks() {
     Dialogs dialogs;
     dialogs.messages.state.YesNoAnswer = before;
     dialogs.pump.in(1.0, [&] {
-        QCOMPARE(ProgramFixture::labelText("dlgYesNo", QStringLiteral("YesNoText")),
-                 QStringLiteral("Delete it?"));
+        QCOMPARE(ProgramFixture::text("dlgYesNo", "YesNoText"), std::string("Delete it?"));
         leave("dlgYesNo", way);
     });
     dialogs.messages.AskYesNo("Delete it?");
@@ -128,74 +115,60 @@ void MessageDialogsTest::asks() {
 }
 
 void MessageDialogsTest::textsOfTheSmallWindows_data() {
-    const DataTable<std::string, QString, QStringList> row("window", "menuItem", "texts");
-    const auto texts = [](std::initializer_list<const char *> lines) {
-        QStringList list;
-        for (const char *const line : lines)
-            list.push_back(QString::fromLatin1(line));
-        return list;
-    };
+    const DataTable<std::string, QString, std::string> row("window", "menuItem", "texts");
     row("ConnectionHelp", "dlgInputConnect", QStringLiteral("How to Connect"),
-        texts({"How to Connect Inputs to Outputs", "To Connect inputs to Outputs:",
-               "You can connect inputs to outputs by clicking the input's Vid/Aud, Vid, or Aud "
-               "button. Then click the same button on the output to be connected to, multiple "
-               "outputs may be connected. Then click the TAKE button.",
-               "The Escape button clears all selections."}));
+        "How to Connect Inputs to Outputs|To Connect inputs to Outputs:|You can connect inputs to "
+        "outputs by clicking the input's Vid/Aud, Vid, or Aud button. Then click the same button "
+        "on "
+        "the output to be connected to, multiple outputs may be connected. Then click the TAKE "
+        "button.|The Escape button clears all selections.");
     row("disconnectHelp", "dlgDisconnect", QStringLiteral("How to Disconnect"),
-        texts({"Disconnecting Outputs", "To Disconnect Outputs:",
-               "Disconnecting outputs are a simple as selecting the output using the Aud, Vid or "
-               "Vid/Aud button for the output to disconnect, then click the Take button.",
-               "The Escape button clears all selections."}));
-    row("AdjustingVolumes", "VolumeHelpDialog",
-        QStringLiteral("Adjusting Volumes (if applicable)"),
-        texts({"Adjusting Volumes", "To Adjust Ouput Volumes:",
-               "You can adjust the volume of an output by clicking on the VOL XX area of the "
-               "output status. The volume up and volume down buttons will appear at the bottom of "
-               "the screen.",
-               "The Escape button clears all selections from the screen."}));
+        "Disconnecting Outputs|To Disconnect Outputs:|Disconnecting outputs are a simple as "
+        "selecting the output using the Aud, Vid or Vid/Aud button for the output to disconnect, "
+        "then click the Take button.|The Escape button clears all selections.");
+    row("AdjustingVolumes", "VolumeHelpDialog", QStringLiteral("Adjusting Volumes (if applicable)"),
+        "Adjusting Volumes|To Adjust Ouput Volumes:|You can adjust the volume of an output by "
+        "clicking on the VOL XX area of the output status. The volume up and volume down buttons "
+        "will appear at the bottom of the screen.|The Escape button clears all selections from the "
+        "screen.");
     row("AboutCorvaneController", "frmAbout", QStringLiteral("About"),
-        texts({"About Corvane Controller 1.14", "Corvane Controller 1.14", "Version 1.14.0"}));
-    row("Connect2Corvane", "", QStringLiteral("Find/Connect/Control Corvane"), {});
-    row("ControlExistingCorvane", "",
-        QStringLiteral("Add/Edit/Control/Delete Existing Corvane"), {});
+        "About Corvane Controller 1.14|Corvane Controller 1.14|Version 1.14.0");
+    row("Connect2Corvane", "", QStringLiteral("Find/Connect/Control Corvane"), "");
+    row("ControlExistingCorvane", "", QStringLiteral("Add/Edit/Control/Delete Existing Corvane"),
+        "");
 }
 
 void MessageDialogsTest::textsOfTheSmallWindows() {
     QFETCH(std::string, window);
-    QFETCH(QStringList, texts);
+    QFETCH(std::string, texts);
     ProgramFixture kvn;
     kvn.openPanelOverSerial();
-    QAction *item = nullptr;
-    for (const char *const owner : {"frmMain", "KVN32x32Audio"}) {
-        if (auto *found = ProgramFixture::control<QAction>(
-                owner, QLatin1String(QTest::currentDataTag())))
-            item = found;
-    }
-    QVERIFY(item);
+    const QLatin1String name(QTest::currentDataTag());
+    auto *item = kvn.control<QAction>("frmMain", name);
+    if (!item)
+        item = kvn.control<QAction>("KVN32x32Audio", name);
     QTEST(item->text(), "menuItem");
     if (window.empty())
         return;
     item->trigger();
-    QVERIFY(ProgramFixture::isShown(window.c_str()));
-    auto *small = ProgramFixture::window(window.c_str());
-    QVERIFY(!small->isModal());
-    QCOMPARE(small->windowTitle(), texts.takeFirst());
-    QStringList labels;
+    auto *small = kvn.window(window.c_str());
+    QVERIFY(small->isVisible() && !small->isModal());
+    QString shown = small->windowTitle();
     for (const QLabel *label : small->findChildren<QLabel *>())
-        labels.push_back(label->text());
-    for (const QString &text : texts)
-        QVERIFY2(labels.contains(text), qPrintable(labels.join(QLatin1Char('\n'))));
-    leave(small->objectName().toLatin1(), window == "frmAbout" ? "cmdOK" : "OKButton");
+        shown += QLatin1Char('|') + label->text();
+    QVERIFY2(shown.startsWith(QString::fromStdString(texts)), qPrintable(shown));
+    leave(window.c_str(), window == "frmAbout" ? "cmdOK" : "OKButton");
     QVERIFY(!small->isVisible());
 }
 
 void MessageDialogsTest::panelKeys_data() {
     const DataTable<int, bool, std::string> row("key", "repeated", "effect");
-    row("F9 takes", Qt::Key_F9, false, "Con 3(1)3F (1)\rSTA O A\rSTA O A\r");
+    const std::string taken = "Con 3(1)3F (1)\rSTA O A\rSTA O A\r";
+    row("F9 takes", Qt::Key_F9, false, taken);
     row("Escape clears", Qt::Key_Escape, false, "cleared");
     row("F1 helps", Qt::Key_F1, false, "help");
-    row("Enter presses TAKE", Qt::Key_Return, false, "Con 3(1)3F (1)\rSTA O A\rSTA O A\r");
-    row("Space presses TAKE", Qt::Key_Space, false, "Con 3(1)3F (1)\rSTA O A\rSTA O A\r");
+    row("Enter presses TAKE", Qt::Key_Return, false, taken);
+    row("Space presses TAKE", Qt::Key_Space, false, taken);
     row("F9 held", Qt::Key_F9, true, "");
     row("Escape held", Qt::Key_Escape, true, "");
     row("Enter held", Qt::Key_Return, true, "");
@@ -210,10 +183,9 @@ void MessageDialogsTest::panelKeys() {
     kvn.openPanelOverSerial();
     QCoreApplication::processEvents(); // the window becomes the active one
     kvn.takeWritten();
-    const auto clicks = {"InputVideoAudioButtons_3", "OutputVidAudButtons_1"};
-    for (const char *const name : clicks)
-        ProgramFixture::click("KVN32x32Audio", QLatin1String(name));
-    auto *take = ProgramFixture::control<>("KVN32x32Audio", QStringLiteral("TakeButton"));
+    for (const char *const name : {"InputVideoAudioButtons_3", "OutputVidAudButtons_1"})
+        kvn.click("KVN32x32Audio", name);
+    auto *take = kvn.part("KVN32x32Audio", "TakeButton");
     take->setFocus();
     QTest::simulateEvent(take, true, key, {}, QString(), repeated);
     QTest::simulateEvent(take, false, key, {}, QString(), repeated);

@@ -6,76 +6,69 @@
 
 namespace {
 
-const QString Find = QStringLiteral("MainControlButton_0");
-
-QWidget *part(const char *name) {
-    return ProgramFixture::control<QWidget>("frmMain", QLatin1String(name));
-}
-
-QString linkText() {
-    return ProgramFixture::labelText("frmMain", QStringLiteral("ZarnConnectedLabel"));
-}
+const char *const Find = "MainControlButton_0";
+const std::string NotConnected = "Not Connected";
 
 /// The link as the start window shows it: one picture, and the hint while it is up.
-bool showsLink(bool up) {
-    return part("ZarnConnectedImage")->isVisible() == up &&
-           part("ZarnNotConnectedImage")->isVisible() == !up &&
-           part("ToDisconnectPortLabel")->isVisible() == up;
+bool showsLink(const std::string &caption, const QColor &background) {
+    const auto shown = [](const char *name) {
+        return ProgramFixture::part("frmMain", name)->isVisible();
+    };
+    const bool up = caption != NotConnected;
+    const auto *label = ProgramFixture::part("frmMain", "ZarnConnectedLabel");
+    return shown("ZarnConnectedImage") == up && shown("ZarnNotConnectedImage") == !up &&
+           shown("ToDisconnectPortLabel") == up &&
+           ProgramFixture::text("frmMain", "ZarnConnectedLabel") == caption &&
+           label->palette().color(QPalette::Window) == background;
 }
+
+const QColor Red(255, 0, 0);
+const QColor ButtonFace(224, 224, 224);
 
 } // namespace
 
 void StartWindowTest::startsNotConnected() {
     ProgramFixture kvn;
-    QCOMPARE(ProgramFixture::visibleWindows(), std::string("frmMain"));
-    QCOMPARE(ProgramFixture::window("frmMain")->windowTitle(),
-             QStringLiteral("Corvane Controller 1.14"));
-    const QStringList texts{
-        part("MainControlButton_0")->property("text").toString(),
-        part("MainControlButton_2")->property("text").toString(),
-        part("ToDisconnectPortLabel")->property("text").toString(), linkText()};
-    QCOMPARE(texts, QStringList({QStringLiteral("Find/Connect/Control Corvane"),
-                                 QStringLiteral("Add/Edit/Delete/Control Existing Corvane"),
-                                 QStringLiteral("To disconnect from the matrix, click the label "
-                                                "below."),
-                                 QStringLiteral("Not Connected")}));
-    QCOMPARE(part("ZarnConnectedLabel")->palette().color(QPalette::Window), QColor(255, 0, 0));
-    QVERIFY(showsLink(false));
+    QCOMPARE(kvn.visibleWindows(), std::string("frmMain"));
+    QCOMPARE(kvn.window("frmMain")->windowTitle(), QStringLiteral("Corvane Controller 1.14"));
+    QCOMPARE(kvn.text("frmMain", Find), std::string("Find/Connect/Control Corvane"));
+    QCOMPARE(kvn.text("frmMain", "MainControlButton_2"),
+             std::string("Add/Edit/Delete/Control Existing Corvane"));
+    QCOMPARE(kvn.text("frmMain", "ToDisconnectPortLabel"),
+             std::string("To disconnect from the matrix, click the label below."));
+    QVERIFY(showsLink(NotConnected, Red));
 }
 
 void StartWindowTest::connectsAndCloses_data() {
-    const DataTable<bool, QString, QColor> row("overNetwork", "caption", "background");
-    row("serial", false, QStringLiteral("Connected on COM7"), QColor(224, 224, 224));
-    row("network", true, QStringLiteral("Connected to 10.11.12.13"), QColor(255, 128, 0));
+    const DataTable<bool, std::string, QColor> row("overNetwork", "caption", "background");
+    row("serial", false, "Connected on COM7", ButtonFace);
+    row("network", true, "Connected to 10.11.12.13", QColor(255, 128, 0));
 }
 
 void StartWindowTest::connectsAndCloses() {
     QFETCH(bool, overNetwork);
+    QFETCH(std::string, caption);
+    QFETCH(QColor, background);
     ProgramFixture kvn;
-    kvn.answerMessages();
-    kvn.connectInDialog(overNetwork);
-    ProgramFixture::click("frmMain", Find);
+    kvn.openPanel(overNetwork);
     QCOMPARE(kvn.takeWritten(), std::string("CFG ?\r\nSTA O A\rSTA O A\r"));
-    QCOMPARE(ProgramFixture::visibleWindows(), std::string("KVN32x32Audio frmMain"));
-    QTEST(linkText(), "caption");
-    QTEST(part("ZarnConnectedLabel")->palette().color(QPalette::Window), "background");
-    QVERIFY(showsLink(true));
+    QCOMPARE(kvn.visibleWindows(), std::string("KVN32x32Audio frmMain"));
+    QVERIFY(showsLink(caption, background));
 
-    ProgramFixture::click("frmMain", Find); // no dialog this time
+    kvn.click("frmMain", Find); // no dialog this time
     QCOMPARE(kvn.takeWritten(), std::string("CFG ?\r\nSTA O A\rSTA O A\r"));
 
-    ProgramFixture::window("frmMain")->showMinimized();
-    ProgramFixture::window("KVN32x32Audio")->close();
-    QVERIFY(!ProgramFixture::window("frmMain")->isMinimized());
-    QCOMPARE(linkText(), QStringLiteral("Not Connected"));
+    kvn.window("frmMain")->showMinimized();
+    kvn.window("KVN32x32Audio")->close();
+    QVERIFY(!kvn.window("frmMain")->isMinimized());
+    QVERIFY(showsLink(NotConnected, Red));
 
-    kvn.connectInDialog(overNetwork);
-    ProgramFixture::click("frmMain", Find);
-    QTest::mouseClick(part("ZarnConnectedLabel"), Qt::LeftButton);
+    kvn.openPanel(overNetwork);
+    QVERIFY(showsLink(caption, background));
+    kvn.clickAnything("frmMain", "ZarnConnectedLabel");
     QVERIFY(!kvn.serialPort.isOpen());
     QCOMPARE(kvn.socket.state(), SocketState::Closed);
-    QCOMPARE(linkText(), QStringLiteral("Not Connected"));
-    QVERIFY(showsLink(false));
+    QVERIFY(showsLink(NotConnected, Red));
 }
 
 void StartWindowTest::configurationReplies_data() {
@@ -94,48 +87,47 @@ void StartWindowTest::configurationReplies() {
         return text.starts_with("CFG") ? reply : unitAnswer(text);
     };
     kvn.openPanelOverSerial();
-    QCOMPARE(ProgramFixture::isShown("KVN32x32Audio"), opens);
-    QCOMPARE(kvn.messages.size(), std::size_t(opens ? 1 : 2));
-    if (!opens)
-        QCOMPARE(kvn.messages.back(), QStringLiteral("Unable to get Corvane Configuration"));
-    QCOMPARE(linkText(), QStringLiteral("Connected on COM7"));
+    QCOMPARE(kvn.isShown("KVN32x32Audio"), opens);
+    QVERIFY(kvn.messageTexts().ends_with(opens ? "before proceeding!"
+                                               : "| Unable to get Corvane Configuration"));
+    QVERIFY(showsLink("Connected on COM7", ButtonFace));
     kvn.serialPort.wire.device = unitAnswer;
-    ProgramFixture::click("frmMain", Find);
-    QVERIFY(ProgramFixture::isShown("KVN32x32Audio"));
+    kvn.click("frmMain", Find);
+    QVERIFY(kvn.isShown("KVN32x32Audio"));
 }
 
 void StartWindowTest::dialogClosedWithoutALink() {
     ProgramFixture kvn;
-    kvn.pump.in(0.1, [] { ProgramFixture::window("dlgConnect")->close(); });
-    ProgramFixture::click("frmMain", Find);
-    QCOMPARE(ProgramFixture::visibleWindows(), std::string("frmMain"));
+    kvn.pump.in(0.1, [&] { kvn.window("dlgConnect")->close(); });
+    kvn.click("frmMain", Find);
+    QCOMPARE(kvn.visibleWindows(), std::string("frmMain"));
     QCOMPARE(kvn.takeWritten(), std::string());
     kvn.openPanelOverSerial();
-    QVERIFY(ProgramFixture::isShown("KVN32x32Audio"));
+    QVERIFY(kvn.isShown("KVN32x32Audio"));
 }
 
 void StartWindowTest::modelsThatDoNotFit() {
     ProgramFixture kvn({.model = "KVN-8x4-HDA"});
     kvn.openPanelOverSerial(); // its maps are empty, so is its panel
-    QVERIFY(ProgramFixture::isShown("KVN32x32Audio"));
-    for (const auto *button : ProgramFixture::window("KVN32x32Audio")->findChildren<QWidget *>())
-        QVERIFY2(!button->isVisible() || !button->objectName().contains(QLatin1Char('_')) ||
-                     button->objectName().startsWith(QLatin1String("Label2")),
-                 qPrintable(button->objectName()));
-    ProgramFixture::click("KVN32x32Audio", QStringLiteral("TakeButton"));
-    ProgramFixture::click("KVN32x32Audio", QStringLiteral("ExitButton"));
+    QVERIFY(kvn.isShown("KVN32x32Audio"));
+    for (const auto *control : kvn.window("KVN32x32Audio")->findChildren<QWidget *>()) {
+        const QString name = control->objectName();
+        const bool ofSlot =
+            name.contains(QLatin1Char('_')) && !name.startsWith(QLatin1String("Label2"));
+        QVERIFY2(!ofSlot || !control->isVisible(), qPrintable(name));
+    }
+    kvn.click("KVN32x32Audio", "TakeButton");
+    kvn.click("KVN32x32Audio", "ExitButton");
 
     kvn.unit = Unit({.model = "KVN-32x32-RGBA"});
     kvn.openPanelOverSerial();
-    ProgramFixture::click("KVN32x32Audio", QStringLiteral("ExitButton"));
+    kvn.click("KVN32x32Audio", "ExitButton");
 
     kvn.unit = Unit({.model = "KVN-8x4-C"}); // 32 inputs from slot 5 on
     kvn.messages.clear();
     kvn.openPanelOverSerial();
     QCOMPARE(kvn.messages.size(), std::size_t(2));
-    QVERIFY2(kvn.messages.back().contains(QLatin1String("KVN-8x4-C")),
-             qPrintable(kvn.messages.back()));
-    QCOMPARE(ProgramFixture::visibleWindows(), std::string("frmMain"));
-    QCOMPARE(linkText(), QStringLiteral("Connected on COM7"));
-    QVERIFY(kvn.serialPort.isOpen());
+    QVERIFY2(kvn.messages.back().contains(QLatin1String("KVN-8x4-C")), kvn.messageTexts().c_str());
+    QCOMPARE(kvn.visibleWindows(), std::string("frmMain"));
+    QVERIFY(showsLink("Connected on COM7", ButtonFace) && kvn.serialPort.isOpen());
 }

@@ -47,12 +47,13 @@ void PanelFaultsTest::survivesNestedClicks() {
 
 void PanelFaultsTest::panelClosedInAWait_data() {
     const DataTable<std::string, bool, double> row("action", "overNetwork", "waits");
-    for (const char *const action : {"take", "exit", "m1", "open again"}) {
-        for (const double waits : {0.5, 1.5, 2.5}) {
-            // The first query of opening again is the start window's.
-            if (waits > 1.0 || std::string(action) != "open again") {
-                row(action, action, false, waits);
-                row(action, action, true, waits);
+    for (const std::string action : {"take", "exit", "m1", "open again"}) {
+        for (const std::string waits : {"0.5", "1.5", "2.5"}) {
+            for (const bool network : {false, true}) {
+                // The first query of opening again is the start window's.
+                if (action != "open again" || waits != "0.5")
+                    row((action + (network ? ", network, " : ", serial, ") + waits).c_str(), action,
+                        network, std::stod(waits));
             }
         }
     }

@@ -180,15 +180,15 @@ void PanelLayoutTest::textsFit() {
     for (const Single &single : Singles)
         QVERIFY2(textFits(single.name, kvn.textOf(single.name)), single.name);
     const std::pair<const char *, const char *> longest[] = {
-        {"OutputNumberLabel_32", "Out32"},
-        {"InputVideoAudioButtons_32", "Vid/Aud"},
-        {"InputVideoButtons_32", "V"},
-        {"MuteButton_32", "MUTED"},
-        {"OutputVolumeValue_32", "Vol -45"},
-        {"InputAudioConnected_32", "NC"},
-        {"OutputVolumeLabel", "Output Out32 volume"}};
+        {"OutputNumberLabel_32", "Out32"},   {"InputVideoAudioButtons_32", "Vid/Aud"},
+        {"InputVideoButtons_32", "V"},       {"MuteButton_32", "MUTED"},
+        {"OutputVolumeValue_32", "Vol -45"}, {"InputAudioConnected_32", "NC"}};
     for (const auto &[name, text] : longest)
         QVERIFY2(textFits(name, text), name);
+    kvn.clicks("escape");
+    kvn.clickAnything("KVN32x32Audio", "OutputVolumeValue_32");
+    QCOMPARE(kvn.textOf("OutputVolumeLabel"), std::string("Output Out32 volume"));
+    QVERIFY(textFits("OutputVolumeLabel", "Output Out32 volume"));
 }
 
 void PanelLayoutTest::tabGoesDownAndRight_data() {

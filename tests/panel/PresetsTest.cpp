@@ -35,15 +35,15 @@ void PresetsTest::recallsTheChosen_data() {
     const DataTable<std::string, std::string, std::string, std::string> row("clicks", "colours",
                                                                             "during", "sent");
     row("nothing chosen", "execute", "", "", "");
-    row("first", "1 execute", "", "1 execute ", "PST X 1\r");
-    row("last", "32 execute", "", "32 execute ", "PST X 32\r");
+    row("first", "1 execute", "", "execute 1 ", "PST X 1\r");
+    row("last", "32 execute", "", "execute 32 ", "PST X 32\r");
     row("another one", "3 7", "7 ", "", "");
-    row("another one, recalled", "3 7 execute", "", "7 execute ", "PST X 7\r");
+    row("another one, recalled", "3 7 execute", "", "execute 7 ", "PST X 7\r");
     row("the same again", "7 7", "7 ", "", "");
-    row("recalled once", "7 execute execute", "", "7 execute ", "PST X 7\r");
+    row("recalled once", "7 execute execute", "", "execute 7 ", "PST X 7\r");
     row("kept, not shown", "5 close", "", "", "");
     row("kept and recalled", "5 close execute", "", "execute ", "PST X 5\r");
-    row("kept and replaced", "5 close 6 execute", "", "6 execute ", "PST X 6\r");
+    row("kept and replaced", "5 close 6 execute", "", "execute 6 ", "PST X 6\r");
 }
 
 void PresetsTest::recallsTheChosen() {
