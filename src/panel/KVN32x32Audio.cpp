@@ -97,9 +97,12 @@ void KVN32x32Audio::connectSlots() {
 }
 
 void KVN32x32Audio::LoadForm() {
+    const int thisVisit = visit;
     host.showSetup();
     thenAlways([this] { openSequence(); }, [this] { host.hideSetup(); });
-    present();
+    // An open panel that was loaded again can be closed while it loads.
+    if (visit == thisVisit)
+        present();
 }
 
 void KVN32x32Audio::openSequence() {
@@ -161,7 +164,8 @@ void KVN32x32Audio::openLinkIfDown() {
 }
 
 void KVN32x32Audio::readStatus() {
-    link.guard.run([this] { link.outputStatus.RequestOutputStatus(); });
+    link.guard.run([this] { link.outputStatus.RequestOutputStatus(); },
+                   [this, thisVisit = visit] { return visit == thisVisit; });
 }
 
 void KVN32x32Audio::toggleMute(int slot) {
@@ -187,6 +191,7 @@ void KVN32x32Audio::exitClicked() {
 void KVN32x32Audio::unload() {
     if (!isLoaded())
         return;
+    ++visit;
     Form::unload();
     presets.unload();
     link.dispatch.CloseLink();

@@ -53,4 +53,5 @@ private:
     SlotSetup slotSetup;
     RouteSelection selection;
     dlgPresets presets;
+    int visit = 0; ///< counts closings; tells a loading that its panel is gone
 };

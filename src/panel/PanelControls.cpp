@@ -10,6 +10,7 @@ namespace {
 
 constexpr double DesignFontPixels = 11.0;
 constexpr double SmallestFontPixels = 6.0;
+constexpr int TabRowTwips = 180;
 
 QRect scaled(const TwipRect &twips, double scale) {
     const auto pixels = [scale](int length) {
@@ -156,9 +157,15 @@ void PanelControls::orderTabs() {
     std::copy_if(
         placedControls.begin(), placedControls.end(), std::back_inserter(order),
         [](const Placed &placed) { return (placed.control->focusPolicy() & Qt::TabFocus) != 0; });
-    std::stable_sort(order.begin(), order.end(), [](const Placed &one, const Placed &other) {
-        return std::pair(one.rect.y, one.rect.x) < std::pair(other.rect.y, other.rect.x);
-    });
+    // Controls of one row may differ a little in height and place.
+    const auto rowAndColumn = [](const Placed &placed) {
+        const int middle = placed.rect.y + placed.rect.height / 2;
+        return std::pair((middle + TabRowTwips / 2) / TabRowTwips, placed.rect.x);
+    };
+    std::stable_sort(order.begin(), order.end(),
+                     [rowAndColumn](const Placed &one, const Placed &other) {
+                         return rowAndColumn(one) < rowAndColumn(other);
+                     });
     for (std::size_t next = 1; next < order.size(); ++next)
         QWidget::setTabOrder(order[next - 1].control, order[next].control);
 }
@@ -213,6 +220,15 @@ void PanelControls::placeLabel(const Placed &placed, double scale) const {
     if (overhang > 0)
         place.translate(-overhang, 0);
     placed.control->setGeometry(place);
+}
+
+void PanelControls::setLabel(QLabel *label, const QString &text) {
+    label->setText(text);
+    const double scale = sheetScale(sheet.width(), sheet.height());
+    for (const Placed &placed : placedControls) {
+        if (placed.control == label)
+            placeLabel(placed, scale);
+    }
 }
 
 void PanelControls::layOut() {

@@ -25,6 +25,9 @@ public:
     /// Lays all controls out for the sheet's present size.
     void layOut();
 
+    /// Sets the text of a single label and gives it the room that it needs.
+    void setLabel(QLabel *label, const QString &text);
+
     /// Gives the controls of a slot the names that a screen reader speaks, by the number that the
     /// slot shows.
     void nameInput(int slot, int number);

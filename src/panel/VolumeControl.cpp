@@ -42,9 +42,7 @@ void VolumeControl::chooseOutput(int slot) {
         return;
     makeVolumeButtonsVisible();
     tools.panel.VolumeOutput = tools.model.ButtonOutput[slot];
-    tools.controls.OutputVolumeLabel->setText(QStringLiteral("Output ") +
-                                              tools.controls.OutputNumberLabel[slot]->text() +
-                                              QStringLiteral(" volume"));
+    showCaption(tools.controls.OutputNumberLabel[slot]->text());
 }
 
 bool VolumeControl::canStep() const {
@@ -74,9 +72,6 @@ void VolumeControl::step(const std::string &newVolume) {
     std::string &level = tools.routing.Outputs[output].VolumeText;
     const std::string before = level;
     level = newVolume;
-    const auto showCaption = [this, output] {
-        tools.controls.OutputVolumeLabel->setText(QStringLiteral("Output %1 volume").arg(output));
-    };
     thenAlways(
         [&] {
             try {
@@ -86,13 +81,18 @@ void VolumeControl::step(const std::string &newVolume) {
                 throw;
             }
         },
-        showCaption);
+        [this, output] { showCaption(QString::number(output)); });
+}
+
+void VolumeControl::showCaption(const QString &output) {
+    tools.controls.setLabel(tools.controls.OutputVolumeLabel,
+                            QStringLiteral("Output %1 volume").arg(output));
 }
 
 void VolumeControl::sendVolumeValue() {
     const int output = tools.panel.VolumeOutput;
     OutputStatusRecord &record = tools.routing.Outputs[output];
-    tools.controls.OutputVolumeLabel->setText(Waiting);
+    tools.controls.setLabel(tools.controls.OutputVolumeLabel, Waiting);
     tools.link.state.SendCompleteFlag = false;
     tools.link.dispatch.exchangeCommand(
         command::setVolume(record.OutputNumberText, record.VolumeText));

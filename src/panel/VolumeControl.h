@@ -31,6 +31,7 @@ private:
     [[nodiscard]] bool canStep() const;
     void step(const std::string &newVolume);
     void sendVolumeValue();
+    void showCaption(const QString &output);
 
     PanelTools tools;
 };

@@ -18,24 +18,22 @@ void waitOut(ProgramFixture &kvn) {
 } // namespace
 
 void PanelFaultsTest::survivesNestedClicks_data() {
-    const DataTable<bool, QStringList> row("overNetwork", "buttons");
-    const QStringList take{QStringLiteral("TakeButton")};
-    const QStringList several{QStringLiteral("TakeButton"), QStringLiteral("MuteButton_2"),
-                              QStringLiteral("ClearButton")};
-    row("TAKE, serial", false, take);
-    row("TAKE, network", true, take);
-    row("several buttons, serial", false, several);
-    row("several buttons, network", true, several);
+    const DataTable<bool, std::vector<std::string>> row("overNetwork", "buttons");
+    for (const bool network : {false, true}) {
+        row(network ? "TAKE, network" : "TAKE", network, {"TakeButton"});
+        row(network ? "several, network" : "several", network,
+            {"TakeButton", "MuteButton_2", "ClearButton"});
+    }
 }
 
 void PanelFaultsTest::survivesNestedClicks() {
     QFETCH(bool, overNetwork);
-    QFETCH(QStringList, buttons);
+    QFETCH(std::vector<std::string>, buttons);
     PanelFixture kvn("KVN-16x16-RGBA", overNetwork);
     kvn.clicks("iB3 oB1 oB2");
-    for (int nested = 0; nested < 100; ++nested)
-        kvn.pump.in(0.01 + 0.02 * nested, [name = buttons[nested % buttons.size()].toStdString()] {
-            PanelFixture::on<QAbstractButton>(name)->click();
+    for (std::size_t nested = 0; nested < 100; ++nested)
+        kvn.pump.in(0.01 + 0.02 * static_cast<double>(nested), [&, nested] {
+            kvn.on<QAbstractButton>(buttons[nested % buttons.size()])->click();
         });
     kvn.clicks("take");
     waitOut(kvn);
@@ -186,13 +184,11 @@ void PanelFaultsTest::oddStatusReplies_data() {
     row("silence", false, "",
         "No Response Received from CommPort 7\r\nPlease check cabling and Try Again ");
     row("silence, network", true, "", "");
-    for (const bool network : {false, true}) {
-        row("garbage", network, "\xff\xfe\x01garbage(((,,,)))", "");
-        row("blanks", network, std::string(40, ' '), "");
-        row("cut short", network, "\r\nSTA O A\r\n  Output 1 (", "");
-        row("endless", network, std::string(70000, '('), "");
-        row("error", network, "\r\nERROR command\r\n", "");
-    }
+    row("garbage", false, "\xff\xfe\x01garbage(((,,,)))", "");
+    row("blanks", false, std::string(40, ' '), "");
+    row("cut short", true, "\r\nSTA O A\r\n  Output 1 (", "");
+    row("endless", true, std::string(70000, '('), "");
+    row("error", true, "\r\nERROR command\r\n", "");
 }
 
 void PanelFaultsTest::oddStatusReplies() {

@@ -9,86 +9,82 @@
 
 namespace {
 
-/// A control array: where it stands, in twips, and when it is seen.
+enum class Seen { Always, WithAudio, Never };
+
+/// A control array, or a control that stands alone and has no second row: its place, in twips, and
+/// when it is seen. A label may take more room where its text needs it.
 struct Row {
-    const char *array;
+    const char *name;
     int x, y, secondRow, width, height;
-    bool audioOnly;
-    const char *caption; ///< in the audio look; "#" is the slot's number, null is not looked at
-    const char *spoken;  ///< its name, without side and number; null has none
+    Seen seen;
+    const char *caption; ///< "#" is the slot's number; empty is not looked at
+    const char *spoken;  ///< what a screen reader says after side and number; empty: nothing
 };
 
 constexpr Row Rows[] = {
-    {"InputNumberLabel", 0, 840, 1380, 735, 255, false, "#", nullptr},
-    {"InputVideoLamp", 120, 1200, 1410, 135, 135, false, nullptr, "video lamp"},
-    {"InputAudioLamp", 480, 1200, 1410, 135, 135, true, nullptr, "audio lamp"},
-    {"InputVideoAudioButtons", 0, 1440, 1440, 735, 255, false, "Vid/Aud", "video and audio"},
-    {"InputVideoButtons", 0, 1680, 1440, 375, 255, true, "V", "video"},
-    {"InputAudioButtons", 360, 1680, 1440, 375, 255, true, "A", "audio"},
-    {"OutputNumberLabel", 0, 4080, 2160, 735, 255, false, "#", nullptr},
-    {"OutputVideoIndicator", 120, 4440, 2160, 135, 135, false, nullptr, "video lamp"},
-    {"OutputAudioIndicator", 480, 4440, 2160, 135, 135, true, nullptr, "audio lamp"},
-    {"OutputVidAudButtons", 0, 4680, 2160, 735, 255, false, "Vid/Aud", "video and audio"},
-    {"OutputVideoButtons", 0, 4920, 2160, 375, 255, true, "V", "video"},
-    {"OutputAudioButtons", 360, 4920, 2160, 375, 255, true, "A", "audio"},
-    {"InputVideoConnected", 0, 5160, 2160, 375, 285, true, nullptr, "video source"},
-    {"InputAudioConnected", 360, 5160, 2160, 375, 285, true, nullptr, "audio source"},
-    {"OutputVolumeValue", 0, 5400, 2160, 735, 285, false, nullptr, "volume"},
-    {"MuteButton", 0, 5760, 2160, 735, 285, true, "MUTE", "mute"},
+    {"InputNumberLabel", 0, 840, 1380, 735, 255, Seen::Always, "#", ""},
+    {"InputVideoLamp", 120, 1200, 1410, 135, 135, Seen::Always, "", "video lamp"},
+    {"InputAudioLamp", 480, 1200, 1410, 135, 135, Seen::WithAudio, "", "audio lamp"},
+    {"InputVideoAudioButtons", 0, 1440, 1440, 735, 255, Seen::Always, "Vid/Aud", "video and audio"},
+    {"InputVideoButtons", 0, 1680, 1440, 375, 255, Seen::WithAudio, "V", "video"},
+    {"InputAudioButtons", 360, 1680, 1440, 375, 255, Seen::WithAudio, "A", "audio"},
+    {"OutputNumberLabel", 0, 4080, 2160, 735, 255, Seen::Always, "#", ""},
+    {"OutputVideoIndicator", 120, 4440, 2160, 135, 135, Seen::Always, "", "video lamp"},
+    {"OutputAudioIndicator", 480, 4440, 2160, 135, 135, Seen::WithAudio, "", "audio lamp"},
+    {"OutputVidAudButtons", 0, 4680, 2160, 735, 255, Seen::Always, "Vid/Aud", "video and audio"},
+    {"OutputVideoButtons", 0, 4920, 2160, 375, 255, Seen::WithAudio, "V", "video"},
+    {"OutputAudioButtons", 360, 4920, 2160, 375, 255, Seen::WithAudio, "A", "audio"},
+    {"InputVideoConnected", 0, 5160, 2160, 375, 285, Seen::WithAudio, "", "video source"},
+    {"InputAudioConnected", 360, 5160, 2160, 375, 285, Seen::WithAudio, "", "audio source"},
+    {"OutputVolumeValue", 0, 5400, 2160, 735, 285, Seen::Always, "", "volume"},
+    {"MuteButton", 0, 5760, 2160, 735, 285, Seen::WithAudio, "MUTE", "mute"},
+    {"Label2_0", 240, 480, 0, 0, 255, Seen::Always, "Inputs", ""},
+    {"Label2_1", 210, 3690, 0, 0, 255, Seen::Always, "Outputs", ""},
+    {"CorvaneTypeLabel", 6570, 120, 0, 1005, 405, Seen::Always, "", ""},
+    {"ZarnConnectedLabel", 11580, 300, 0, 1635, 255, Seen::Always, "Connected on COM7", ""},
+    {"TakeButton", 4230, 8565, 0, 2535, 375, Seen::Always, "TAKE", ""},
+    {"ClearButton", 7050, 8565, 0, 2535, 375, Seen::Always, "ESCAPE", ""},
+    {"Label1", 4620, 9120, 0, 4560, 240, Seen::WithAudio,
+     "Click on an Output Volume to adjust it's volume.", ""},
+    {"OutputVolumeLabel", 6210, 9360, 0, 1395, 240, Seen::Never, "Output volume", ""},
+    {"VolumeUpButton", 5557, 9765, 0, 1275, 360, Seen::Never, "Volume Up", ""},
+    {"VolumeDownButton", 6982, 9765, 0, 1275, 360, Seen::Never, "Volume Down", ""},
+    {"GoToPresets", 240, 9615, 0, 1575, 555, Seen::Always, "Execute Presets", ""},
+    {"ExitButton", 12150, 9675, 0, 1575, 495, Seen::Always, "Exit", ""},
 };
 
-enum class Seen { Always, WithAudio, Never };
-
-/// A control that stands alone. A label may take more room than its place where its text needs it.
-struct Single {
-    const char *name;
-    int x, y, width, height;
-    Seen seen;
-    const char *caption; ///< null is not looked at
-};
-
-constexpr Single Singles[] = {
-    {"Label2_0", 240, 480, 0, 255, Seen::Always, "Inputs"},
-    {"Label2_1", 210, 3690, 0, 255, Seen::Always, "Outputs"},
-    {"CorvaneTypeLabel", 6570, 120, 1005, 405, Seen::Always, nullptr},
-    {"ZarnConnectedLabel", 11580, 300, 1635, 255, Seen::Always, "Connected on COM7"},
-    {"TakeButton", 4230, 8565, 2535, 375, Seen::Always, "TAKE"},
-    {"ClearButton", 7050, 8565, 2535, 375, Seen::Always, "ESCAPE"},
-    {"Label1", 4620, 9120, 4560, 240, Seen::WithAudio,
-     "Click on an Output Volume to adjust it's volume."},
-    {"OutputVolumeLabel", 6210, 9360, 1395, 240, Seen::Never, "Output volume"},
-    {"VolumeUpButton", 5557, 9765, 1275, 360, Seen::Never, "Volume Up"},
-    {"VolumeDownButton", 6982, 9765, 1275, 360, Seen::Never, "Volume Down"},
-    {"GoToPresets", 240, 9615, 1575, 555, Seen::Always, "Execute Presets"},
-    {"ExitButton", 12150, 9675, 1575, 495, Seen::Always, "Exit"},
-};
-
-QRectF placeOf(const Row &row, int slot) {
-    int column = (slot - 1) % 16 + 1;
-    if (slot > 16 && std::string(row.array) == "MuteButton")
-        column = slot <= 24 ? 33 - slot : slot - 24;
-    return QRectF(240 + 840 * (column - 1) + row.x, row.y + (slot > 16 ? row.secondRow : 0),
-                  row.width, row.height);
-}
-
-bool isAt(const QWidget *control, QRectF twips, double scale = 1.0) {
-    const auto near = [scale](double pixels, double length) {
-        return std::abs(pixels - length * scale / 15.0) <= 1.0;
-    };
+bool isAt(const QWidget *control, const Row &row, int slot, double scale = 1.0) {
+    QRectF twips(row.x, row.y, row.width, row.height);
+    if (row.secondRow) {
+        int column = (slot - 1) % 16;
+        if (slot > 16 && std::string(row.name) == "MuteButton")
+            column = slot <= 24 ? 32 - slot : slot - 25;
+        twips.translate(240 + 840 * column, slot > 16 ? row.secondRow : 0);
+    }
     const QRect at = control->geometry();
     const double more = at.width() * 15 / scale - twips.width();
     if (more > 0 && qobject_cast<const QLabel *>(control)) // headings grow to the right
-        twips.adjust(twips.width() == 0 ? 0 : -more / 2, 0, twips.width() == 0 ? more : more / 2,
-                     0);
+        twips.adjust(row.width ? -more / 2 : 0, 0, row.width ? more / 2 : more, 0);
+    const auto near = [scale](int pixels, double length) {
+        return std::abs(pixels - length * scale / 15.0) <= 1.0;
+    };
     return near(at.x(), twips.x()) && near(at.y(), twips.y()) &&
            near(at.x() + at.width(), twips.right()) && near(at.y() + at.height(), twips.bottom());
 }
 
-bool textFits(const std::string &name, const std::string &text) {
+/// Calls `look` with every control that the table gives a place: its row, its slot and its name.
+template <class Look> void forEachControl(const Look &look) {
+    for (const Row &row : Rows) {
+        for (int slot = 1; slot <= (row.secondRow ? 32 : 1); ++slot)
+            look(row, slot, row.name + (row.secondRow ? "_" + std::to_string(slot) : ""));
+    }
+}
+
+bool textFits(const std::string &name, const char *text) {
     const QWidget *control = PanelFixture::on(name);
     const int frame = qobject_cast<const QLineEdit *>(control) ? 4 : 2;
     const QFontMetrics metrics(control->font());
-    return metrics.horizontalAdvance(QString::fromStdString(text)) + frame <= control->width() &&
+    return metrics.horizontalAdvance(QLatin1String(text)) + frame <= control->width() &&
            metrics.height() <= control->height() + 2;
 }
 
@@ -115,80 +111,67 @@ void PanelLayoutTest::showsWhatTheUnitHas() {
     const bool audio = model.ends_with('A');
     PanelFixture kvn(model);
     QTEST(kvn.textOf("CorvaneTypeLabel"), "description");
-    for (const Row &row : Rows) {
-        const std::string array = row.array;
-        const bool ofInput = array.starts_with("Input") && !array.ends_with("Connected");
-        const int first = ofInput ? firstInput : firstOutput;
-        const int last = first + (ofInput ? inputs : outputs) - 1;
-        QVERIFY2(!kvn.on(array + "_0")->isVisible(), row.array);
-        for (int slot = 1; slot <= 32; ++slot) {
-            const std::string name = array + "_" + std::to_string(slot);
-            const QWidget *control = kvn.on(name);
-            const bool seen = slot >= first && slot <= last && (audio || !row.audioOnly);
-            QVERIFY2(control->isVisible() == seen && isAt(control, placeOf(row, slot)),
-                     name.c_str());
-            const std::string number = std::to_string(slot - first + 1);
-            const std::string caption = row.caption ? row.caption : "";
-            if (seen && row.caption)
-                QCOMPARE(kvn.textOf(name), caption == "#" ? number : audio ? caption : "Video");
-            if (seen && row.spoken)
-                QCOMPARE(control->accessibleName().toStdString(),
-                         (ofInput ? "Input " : "Output ") + number + " " + row.spoken);
-        }
-    }
-    for (const Single &single : Singles) {
-        const QWidget *control = kvn.on(single.name);
-        const bool seen = single.seen == Seen::Always || (single.seen == Seen::WithAudio && audio);
-        QCOMPARE(control->isVisible(), seen);
-        if (single.caption)
-            QCOMPARE(kvn.textOf(single.name), std::string(single.caption));
-        QVERIFY2(isAt(control, QRectF(single.x, single.y, single.width, single.height)),
-                 single.name);
-    }
-    for (const char *const holder :
-         {"SelectedOutputsHolder", "SelectedAudioOutputsHolder", "CurrentInputHolder"})
-        QVERIFY(!kvn.on(holder)->isVisible());
+    forEachControl([&](const Row &row, int slot, const std::string &name) {
+        const bool ofInput = name.starts_with("Input") && name.find("Connected") == name.npos;
+        const int number = slot - (ofInput ? firstInput : firstOutput) + 1;
+        const bool exists = number >= 1 && number <= (ofInput ? inputs : outputs);
+        const bool seen = (exists || !row.secondRow) && row.seen != Seen::Never &&
+                          (audio || row.seen == Seen::Always);
+        const QWidget *control = kvn.on(name);
+        QVERIFY2(control->isVisible() == seen && isAt(control, row, slot), name.c_str());
+        if (!seen)
+            return;
+        std::string caption = row.caption[0] == '#' ? std::to_string(number) : row.caption;
+        if (!audio && caption == "Vid/Aud")
+            caption = "Video";
+        if (!caption.empty())
+            QCOMPARE(kvn.textOf(name), caption);
+        if (*row.spoken)
+            QCOMPARE(control->accessibleName().toStdString(),
+                     (ofInput ? "Input " : "Output ") + std::to_string(number) + " " + row.spoken);
+    });
+    for (const char *const name : {"SelectedOutputsHolder", "SelectedAudioOutputsHolder",
+                                   "CurrentInputHolder", "OutputVidAudButtons_0"})
+        QVERIFY2(!kvn.on(name)->isVisible(), name);
 }
 
 void PanelLayoutTest::scales() {
     PanelFixture kvn("KVN-32x32-RGBA");
     auto *window = kvn.window("KVN32x32Audio");
-    const QWidget *sheet = kvn.on("TakeButton")->parentWidget();
-    QCOMPARE(sheet->size(), QSize(931, 690));
     const QWidget *button = kvn.on("InputVideoAudioButtons_32");
-    const auto textWidth = [=] {
-        return button->fontMetrics().horizontalAdvance(QStringLiteral("Vid/Aud"));
-    };
-    const int before = textWidth();
+    const QWidget *sheet = button->parentWidget();
+    QCOMPARE(sheet->size(), QSize(931, 690));
+    const int before = button->fontMetrics().horizontalAdvance(QStringLiteral("Vid/Aud"));
     window->resize(931 * 3 / 2, 690 * 3 / 2 + window->height() - sheet->height());
     QCoreApplication::processEvents();
-    for (const Row &row : Rows) {
-        for (const int slot : {1, 16, 17, 32})
-            QVERIFY2(isAt(kvn.on(std::string(row.array) + "_" + std::to_string(slot)),
-                          placeOf(row, slot), 1.5),
-                     row.array);
-    }
-    for (const Single &single : Singles)
-        QVERIFY2(
-            isAt(kvn.on(single.name), QRectF(single.x, single.y, single.width, single.height), 1.5),
-            single.name);
-    QVERIFY2(textWidth() * 10 > before * 13, qPrintable(QString::number(textWidth())));
+    forEachControl([&](const Row &row, int slot, const std::string &name) {
+        QVERIFY2(isAt(kvn.on(name), row, slot, 1.5), name.c_str());
+    });
+    const int after = button->fontMetrics().horizontalAdvance(QStringLiteral("Vid/Aud"));
+    QVERIFY(after * 10 > before * 13);
+}
+
+void PanelLayoutTest::textsFit_data() {
+    const DataTable<std::string> row("text");
+    row("InputVideoAudioButtons_32", "Vid/Aud");
+    row("InputVideoButtons_32", "V");
+    row("OutputNumberLabel_32", "Out32");
+    row("MuteButton_32", "MUTED");
+    row("OutputVolumeValue_32", "Vol -45");
+    row("InputAudioConnected_32", "NC");
+    row("CorvaneTypeLabel", "RGB 32x32 with Audio");
+    row("ZarnConnectedLabel", "Connected on COM7");
+    row("GoToPresets", "Execute Presets");
+    row("VolumeDownButton", "Volume Down");
+    row("OutputVolumeLabel", "Output Out32 volume");
 }
 
 void PanelLayoutTest::textsFit() {
     PanelFixture kvn("KVN-32x32-RGBA");
-    for (const Single &single : Singles)
-        QVERIFY2(textFits(single.name, kvn.textOf(single.name)), single.name);
-    const std::pair<const char *, const char *> longest[] = {
-        {"OutputNumberLabel_32", "Out32"},   {"InputVideoAudioButtons_32", "Vid/Aud"},
-        {"InputVideoButtons_32", "V"},       {"MuteButton_32", "MUTED"},
-        {"OutputVolumeValue_32", "Vol -45"}, {"InputAudioConnected_32", "NC"}};
-    for (const auto &[name, text] : longest)
-        QVERIFY2(textFits(name, text), name);
     kvn.clicks("escape");
     kvn.clickAnything("KVN32x32Audio", "OutputVolumeValue_32");
-    QCOMPARE(kvn.textOf("OutputVolumeLabel"), std::string("Output Out32 volume"));
-    QVERIFY(textFits("OutputVolumeLabel", "Output Out32 volume"));
+    QFETCH(std::string, text);
+    QVERIFY(textFits(QTest::currentDataTag(), text.c_str()));
 }
 
 void PanelLayoutTest::tabGoesDownAndRight_data() {

@@ -9,6 +9,7 @@ private Q_SLOTS:
     void showsWhatTheUnitHas_data();
     void showsWhatTheUnitHas();
     void scales();
+    void textsFit_data();
     void textsFit();
     void tabGoesDownAndRight_data();
     void tabGoesDownAndRight();
