@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QVBoxLayout>
 
 frmMain::frmMain(const LinkTools &linkTools, dlgConnect &dialog, StartHost &startHost)
@@ -111,16 +112,18 @@ void frmMain::Connect2CorvaneGetConfiguration() {
 
 void frmMain::closeLinkClicked() {
     link.dispatch.CloseLink();
-    link.display.ConnecthandleConnectionStatus();
+    link.display.refreshAll();
 }
 
 bool frmMain::eventFilter(QObject *watched, QEvent *event) {
-    const bool clicked = event->type() == QEvent::MouseButtonRelease;
+    const bool clicked = event->type() == QEvent::MouseButtonRelease &&
+                         static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
     bool pressed = false;
     if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
         pressed =
-            !key->isAutoRepeat() && (key->key() == Qt::Key_Space || key->key() == Qt::Key_Return);
+            !key->isAutoRepeat() && (key->key() == Qt::Key_Space || key->key() == Qt::Key_Return ||
+                   key->key() == Qt::Key_Enter);
     }
     if (clicked || pressed) {
         act([this] { closeLinkClicked(); });

@@ -78,8 +78,11 @@ void SerialLink::SerialWriteGetResponse(std::string_view text) {
 }
 
 void SerialLink::reopenIfClosed() {
-    if (!port.isOpen())
-        ReopenSerialPort(link.SelectedCommPort);
+    if (port.isOpen())
+        return;
+    ReopenSerialPort(link.SelectedCommPort);
+    if (link.SerialPortOpen)
+        display.refreshAll();
 }
 
 void SerialLink::ReadSerialResponse() {

@@ -28,8 +28,7 @@ QtSerialPort::QtSerialPort(std::string appPath) : programFolder(std::move(appPat
 }
 
 std::string QtSerialPort::place() const {
-    return "COM" + std::to_string(portNumber) + " (" + comPortDevice(programFolder, portNumber) +
-           ")";
+    return "COM" + std::to_string(portNumber) + " (" + device + ")";
 }
 
 void QtSerialPort::configure(std::string_view settings) {
@@ -51,7 +50,8 @@ void QtSerialPort::configure(std::string_view settings) {
 void QtSerialPort::open(int number, std::string_view settings) {
     close();
     portNumber = number;
-    port.setPortName(QString::fromStdString(comPortDevice(programFolder, number)));
+    device = comPortDevice(programFolder, number);
+    port.setPortName(QString::fromStdString(device));
     configure(settings);
     if (!port.open(QIODevice::ReadWrite)) {
         failure = port.errorString().toStdString();
