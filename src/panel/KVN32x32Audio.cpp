@@ -12,6 +12,10 @@
 
 #include <array>
 
+namespace {
+constexpr double SmallestScale = 0.75; // below that the captions cannot be read
+}
+
 KVN32x32Audio::KVN32x32Audio(const LinkTools &linkTools, ModelFacts &model, RoutingState &routing,
                              PanelState &panelState, PanelHost &panelHost)
     : Form("KVN32x32Audio", linkTools.pump, &linkTools.guard),
@@ -30,10 +34,9 @@ KVN32x32Audio::KVN32x32Audio(const LinkTools &linkTools, ModelFacts &model, Rout
     layout->setContentsMargins(0, 0, 0, 0);
     buildMenu();
     layout->addWidget(sheet);
-    sheet->setMinimumSize(PanelArea.width / TwipsPerPixel / 2,
-                          PanelArea.height / TwipsPerPixel / 2);
-    resize(PanelArea.width / TwipsPerPixel,
-           PanelArea.height / TwipsPerPixel + layout->menuBar()->sizeHint().height());
+    const QSize designSize(PanelArea.width / TwipsPerPixel, PanelArea.height / TwipsPerPixel);
+    sheet->setMinimumSize(designSize * SmallestScale);
+    resize(designSize + QSize(0, layout->menuBar()->sizeHint().height()));
     controls.status.changed = [this] { controls.layOut(); };
     link.display.attach(StatusWindow::Panel, controls.status);
     connectControls();
@@ -109,8 +112,7 @@ void KVN32x32Audio::openSequence() {
     resetControls();
     slotSetup.ClearInputsOutputs();
     slotSetup.InitializeInputOutputNumbers();
-    controls.KVNNameLabel->setText(shown(tools.panel.SelectedUnitName));
-    controls.KVNNameLabel->setVisible(!tools.panel.SelectedUnitName.empty());
+    controls.showName(shown(tools.panel.SelectedUnitName));
     link.state.IPConnectedFlag = false;
     link.state.ReplyCompleteFlag = false;
     link.state.SendCompleteFlag = false;
@@ -129,6 +131,7 @@ void KVN32x32Audio::openSequence() {
     controls.VolumeUpButton->hide();
     controls.VolumeDownButton->hide();
     controls.layOut();
+    controls.InputVideoAudioButtons[tools.model.InputButtonIndex[1]]->setFocus();
 }
 
 void KVN32x32Audio::resetControls() {

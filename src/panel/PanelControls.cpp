@@ -9,17 +9,8 @@
 namespace {
 
 constexpr double DesignFontPixels = 11.0;
-constexpr double SmallestFontPixels = 6.0;
+constexpr int SmallestFontPixels = 6;
 constexpr int TabRowTwips = 180;
-
-QRect scaled(const TwipRect &twips, double scale) {
-    const auto pixels = [scale](int length) {
-        return static_cast<int>(std::lround(length * scale / TwipsPerPixel));
-    };
-    const QPoint topLeft(pixels(twips.x), pixels(twips.y));
-    const QPoint bottomRight(pixels(twips.x + twips.width), pixels(twips.y + twips.height));
-    return {topLeft, bottomRight - QPoint(1, 1)};
-}
 
 QString slotName(const char *array, int slot) {
     return QStringLiteral("%1_%2").arg(QLatin1String(array)).arg(slot);
@@ -49,7 +40,7 @@ template <class Control, class... Arguments>
 Control *PanelControls::make(const QString &name, const TwipRect &rect, Arguments &&...arguments) {
     auto *control = new Control(std::forward<Arguments>(arguments)..., &sheet);
     control->setObjectName(name);
-    placedControls.push_back({control, rect, false, false});
+    placedControls.push_back({control, rect});
     return control;
 }
 
@@ -66,10 +57,11 @@ void PanelControls::makeArray(ControlArray<Control> &array, const char *name,
 }
 
 QLabel *PanelControls::makeLabel(const char *name, const TwipRect &rect, const QString &text,
-                                 Qt::Alignment alignment) {
+                                 Growth growth) {
     auto *label = make<QLabel>(QLatin1String(name), rect, text);
-    label->setAlignment(alignment | Qt::AlignVCenter);
-    placedControls.back().growsWithText = true;
+    const bool centred = growth == Growth::ToBothSides;
+    label->setAlignment((centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
+    placedControls.back().growth = growth;
     return label;
 }
 
@@ -121,20 +113,20 @@ void PanelControls::makeSingles() {
         return box;
     };
     const auto emphasize = [this] { placedControls.back().bold = true; };
-    makeLabel("Label2_0", place::InputsHeading, QStringLiteral("Inputs"), Qt::AlignLeft);
+    makeLabel("Label2_0", place::InputsHeading, QStringLiteral("Inputs"), Growth::ToTheRight);
     emphasize();
-    makeLabel("Label2_1", place::OutputsHeading, QStringLiteral("Outputs"), Qt::AlignLeft);
+    makeLabel("Label2_1", place::OutputsHeading, QStringLiteral("Outputs"), Growth::ToTheRight);
     emphasize();
-    KVNNameLabel = makeLabel("KVNNameLabel", place::KVNNameLabel, QString(), Qt::AlignLeft);
+    KVNNameLabel = makeLabel("KVNNameLabel", place::KVNNameLabel, QString(), Growth::None);
     emphasize();
     CorvaneTypeLabel =
-        makeLabel("CorvaneTypeLabel", place::CorvaneTypeLabel, QString(), Qt::AlignHCenter);
+        makeLabel("CorvaneTypeLabel", place::CorvaneTypeLabel, QString(), Growth::ToBothSides);
     emphasize();
     Label1 = makeLabel("Label1", place::Label1,
                        QStringLiteral("Click on an Output Volume to adjust it's volume."),
-                       Qt::AlignHCenter);
+                       Growth::ToBothSides);
     OutputVolumeLabel = makeLabel("OutputVolumeLabel", place::OutputVolumeLabel,
-                                  QStringLiteral("Output volume"), Qt::AlignHCenter);
+                                  QStringLiteral("Output volume"), Growth::ToBothSides);
     TakeButton = button("TakeButton", place::TakeButton, "TAKE");
     emphasize();
     ClearButton = button("ClearButton", place::ClearButton, "ESCAPE");
@@ -147,9 +139,10 @@ void PanelControls::makeSingles() {
         holder("SelectedAudioOutputsHolder", place::SelectedAudioOutputsHolder);
     CurrentInputHolder = holder("CurrentInputHolder", place::CurrentInputHolder);
 
-    placedControls.push_back({status.ZarnConnectedLabel, place::ZarnConnectedLabel, true, false});
-    placedControls.push_back({status.ZarnConnectedImage, place::LinkPictures, false, false});
-    placedControls.push_back({status.ZarnNotConnectedImage, place::LinkPictures, false, false});
+    placedControls.push_back(
+        {status.ZarnConnectedLabel, place::ZarnConnectedLabel, Growth::ToTheRight});
+    placedControls.push_back({status.ZarnConnectedImage, place::LinkPictures});
+    placedControls.push_back({status.ZarnNotConnectedImage, place::LinkPictures});
 }
 
 void PanelControls::orderTabs() {
@@ -192,29 +185,37 @@ void PanelControls::nameOutput(int slot, int number) {
     MuteButton[slot]->setAccessibleName(name + QStringLiteral("mute"));
 }
 
-QFont PanelControls::fittingFont(double scale) const {
+QRect PanelControls::onSheet(const TwipRect &twips) const {
+    const double scale = sheetScale(sheet.width(), sheet.height()) / TwipsPerPixel;
+    const double left = (sheet.width() - PanelArea.width * scale) / 2.0;
+    // Sizes are rounded apart from places, so that equal controls stay equal.
+    return {static_cast<int>(std::lround(left + twips.x * scale)),
+            static_cast<int>(std::lround(twips.y * scale)),
+            static_cast<int>(std::lround(twips.width * scale)),
+            static_cast<int>(std::lround(twips.height * scale))};
+}
+
+QFont PanelControls::fittingFont() const {
+    const int room = onSheet(slotRect(place::OutputVidAudButtons, 1)).width() - 4;
     QFont font = sheet.font();
-    const int room = scaled(slotRect(place::OutputVidAudButtons, 1), scale).width() - 4;
-    double pixels = std::max(SmallestFontPixels, DesignFontPixels * scale);
-    for (; pixels > SmallestFontPixels; pixels -= 0.5) {
-        font.setPixelSize(static_cast<int>(pixels));
+    int pixels = static_cast<int>(DesignFontPixels * sheetScale(sheet.width(), sheet.height()));
+    for (; pixels > SmallestFontPixels; --pixels) {
+        font.setPixelSize(pixels);
         const QFontMetrics metrics(font);
         if (std::max(metrics.horizontalAdvance(QStringLiteral("Vid/Aud")),
                      metrics.horizontalAdvance(QStringLiteral("Vol -45"))) <= room)
             break;
     }
+    font.setPixelSize(std::max(pixels, SmallestFontPixels));
     return font;
 }
 
-void PanelControls::placeLabel(const Placed &placed, double scale) const {
-    const auto *label = static_cast<QLabel *>(placed.control);
-    QRect place = scaled(placed.rect, scale);
-    const int missing = label->sizeHint().width() + 6 - place.width();
+void PanelControls::placeLabel(const Placed &placed) const {
+    QRect place = onSheet(placed.rect);
+    const int missing = placed.control->sizeHint().width() + 6 - place.width();
     if (missing > 0) {
-        if (label->alignment() & Qt::AlignHCenter && place.right() + missing / 2 < sheet.width())
-            place.adjust(-missing / 2, 0, missing - missing / 2, 0);
-        else
-            place.adjust(0, 0, missing, 0);
+        const int toTheLeft = placed.growth == Growth::ToBothSides ? missing / 2 : 0;
+        place.adjust(-toTheLeft, 0, missing - toTheLeft, 0);
     }
     const int overhang = place.right() + 1 - sheet.width();
     if (overhang > 0)
@@ -222,25 +223,35 @@ void PanelControls::placeLabel(const Placed &placed, double scale) const {
     placed.control->setGeometry(place);
 }
 
+void PanelControls::showName(const QString &name) {
+    KVNNameLabel->setToolTip(name);
+    KVNNameLabel->setVisible(!name.isEmpty());
+    elideName();
+}
+
+void PanelControls::elideName() const {
+    KVNNameLabel->setText(KVNNameLabel->fontMetrics().elidedText(
+        KVNNameLabel->toolTip(), Qt::ElideRight, KVNNameLabel->width()));
+}
+
 void PanelControls::setLabel(QLabel *label, const QString &text) {
     label->setText(text);
-    const double scale = sheetScale(sheet.width(), sheet.height());
     for (const Placed &placed : placedControls) {
         if (placed.control == label)
-            placeLabel(placed, scale);
+            placeLabel(placed);
     }
 }
 
 void PanelControls::layOut() {
-    const double scale = sheetScale(sheet.width(), sheet.height());
-    const QFont font = fittingFont(scale);
+    const QFont font = fittingFont();
     QFont bold = font;
     bold.setBold(true);
     for (const Placed &placed : placedControls) {
         placed.control->setFont(placed.bold ? bold : font);
-        if (placed.growsWithText)
-            placeLabel(placed, scale);
+        if (placed.growth == Growth::None)
+            placed.control->setGeometry(onSheet(placed.rect));
         else
-            placed.control->setGeometry(scaled(placed.rect, scale));
+            placeLabel(placed);
     }
+    elideName();
 }

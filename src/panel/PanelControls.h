@@ -25,6 +25,9 @@ public:
     /// Lays all controls out for the sheet's present size.
     void layOut();
 
+    /// Shows the unit's saved name, shortened where it is too long; an empty name hides the label.
+    void showName(const QString &name);
+
     /// Sets the text of a single label and gives it the room that it needs.
     void setLabel(QLabel *label, const QString &text);
 
@@ -66,11 +69,13 @@ public:
     LinkStatusWidgets status;
 
 private:
+    /// How a label takes more room when its text needs it.
+    enum class Growth { None, ToTheRight, ToBothSides };
     struct Placed {
         QWidget *control;
         TwipRect rect;
-        bool growsWithText; ///< a label that takes more room when its text needs it
-        bool bold;
+        Growth growth = Growth::None;
+        bool bold = false;
     };
 
     template <class Control, class... Arguments>
@@ -78,14 +83,15 @@ private:
     template <class Control, class... Arguments>
     void makeArray(ControlArray<Control> &array, const char *name, const SlotPlace &slots,
                    Arguments &&...arguments);
-    QLabel *makeLabel(const char *name, const TwipRect &rect, const QString &text,
-                      Qt::Alignment alignment);
+    QLabel *makeLabel(const char *name, const TwipRect &rect, const QString &text, Growth growth);
     void makeInputs();
     void makeOutputs();
     void makeSingles();
     void orderTabs();
-    [[nodiscard]] QFont fittingFont(double scale) const;
-    void placeLabel(const Placed &placed, double scale) const;
+    [[nodiscard]] QFont fittingFont() const;
+    [[nodiscard]] QRect onSheet(const TwipRect &twips) const;
+    void placeLabel(const Placed &placed) const;
+    void elideName() const;
 
     QWidget &sheet;
     QWidget *nowhere; ///< the hidden parent of every slot 0

@@ -9,6 +9,7 @@ void PanelSheet::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = sheetScale(width(), height()) / TwipsPerPixel;
+    painter.translate((width() - PanelArea.width * scale) / 2.0, 0.0);
     painter.setPen(QPen(colour::CardEdge, 1.0));
     painter.setBrush(colour::Card);
     for (const TwipRect &card : {place::InputsCard, place::OutputsCard})

@@ -1,6 +1,6 @@
 #include "panel/VolumeBox.h"
 
-#include <QFocusEvent>
+#include <QKeyEvent>
 
 VolumeBox::VolumeBox(const QString &text, QWidget *parent) : QLineEdit(text, parent) {
     setMouseTracking(true);
@@ -21,10 +21,10 @@ void VolumeBox::mousePressEvent(QMouseEvent *event) {
     pointedAt();
 }
 
-void VolumeBox::focusInEvent(QFocusEvent *event) {
-    QLineEdit::focusInEvent(event);
-    const bool byTab =
-        event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-    if (byTab)
+void VolumeBox::keyPressEvent(QKeyEvent *event) {
+    const int key = event->key();
+    if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)
         pointedAt();
+    else
+        QLineEdit::keyPressEvent(event);
 }

@@ -4,7 +4,8 @@
 
 #include <functional>
 
-/// A read-only box that tells when it is pointed at: by the mouse, a click, or Tab.
+/// A read-only box that tells when it is pointed at: by the mouse, a click, or
+/// Space or Enter while it has the focus.
 class VolumeBox : public QLineEdit {
 public:
     explicit VolumeBox(const QString &text, QWidget *parent = nullptr);
@@ -15,5 +16,5 @@ protected:
     void enterEvent(QEnterEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 };

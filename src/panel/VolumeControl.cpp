@@ -81,7 +81,8 @@ void VolumeControl::step(const std::string &newVolume) {
                 throw;
             }
         },
-        [this, output] { showCaption(QString::number(output)); });
+        // Another output may have been pointed at meanwhile; it is the one that is stepped next.
+        [this] { showCaption(QString::number(tools.panel.VolumeOutput)); });
 }
 
 void VolumeControl::showCaption(const QString &output) {
@@ -96,6 +97,7 @@ void VolumeControl::sendVolumeValue() {
     tools.link.state.SendCompleteFlag = false;
     tools.link.dispatch.exchangeCommand(
         command::setVolume(record.OutputNumberText, record.VolumeText));
+    tools.link.state.SendCompleteFlag = false;
     tools.link.dispatch.exchangeCommand(command::queryVolume(record.OutputNumberText));
     record.VolumeText =
         volumeFromReply(tools.link.exchange.ResponseText, tools.link.exchange.CommandText);

@@ -44,6 +44,8 @@ dlgPresets::dlgPresets(const PanelTools &panelTools, ConnectionDisplay &connecti
     grid->setRowMinimumHeight(lastRow, 12);
     grid->addWidget(ExecutePresetButton, lastRow + 1, 0, 1, Columns / 2);
     grid->addWidget(ExitPresets, lastRow + 1, Columns / 2, 1, Columns / 2);
+    QWidget::setTabOrder(NewPresetButton[NewPresetButton.last()], ExecutePresetButton);
+    QWidget::setTabOrder(ExecutePresetButton, ExitPresets);
     whenClicked(ExecutePresetButton, [this] { execute(); });
     whenClicked(ExitPresets, [this] { unload(); });
     whenKey(Qt::Key_Escape, [this] { ExitPresets->click(); });
@@ -55,6 +57,7 @@ void dlgPresets::LoadForm() {
         NewPresetButton[preset]->setFace(colour::Neutral);
     }
     ExecutePresetButton->setFace(colour::Neutral);
+    NewPresetButton[1]->setFocus();
     present();
 }
 

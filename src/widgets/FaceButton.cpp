@@ -34,12 +34,13 @@ void FaceButton::paintEvent(QPaintEvent *) {
         fill = fill.lighter(108);
     else if (isDown())
         fill = fill.darker(118);
-    else if (underMouse())
-        fill = fill.lighter(105);
 
     const double radius = std::clamp(height() / 6.0, 2.0, 6.0);
     const QRectF edge = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(QPen(isEnabled() ? face().darker(150) : face().darker(115), 1.0));
+    // The face colour means something, so the pointer shows at the edge only.
+    const bool pointed = isEnabled() && underMouse();
+    const QColor line = pointed ? colour::Focus : face().darker(isEnabled() ? 150 : 115);
+    painter.setPen(QPen(line, 1.0));
     painter.setBrush(fill);
     painter.drawRoundedRect(edge, radius, radius);
     if (hasFocus()) {
