@@ -34,8 +34,9 @@ void MessageDialogs::show(dlgOK &dialog, const std::string &text) {
     const QWidget *owner = QApplication::activeModalWidget();
     state.MessageText = text;
     state.MessageShowing = true;
-    if (!dialog.isLoaded())
-        placeOver(dialog, owner);
+    // A dialog that is open already may belong to nobody, or to a window below the modal one.
+    dialog.hide();
+    placeOver(dialog, owner);
     dialog.LoadForm();
     pump.runUntil([this, owner, &dialog] {
         if (owner && owner->isHidden())

@@ -61,9 +61,10 @@ void Program::forgetUnitName() { panelState.SelectedUnitName.clear(); }
 
 void Program::endProgram() {
     pump.end();
-    QApplication::quit();
     for (QWidget *window : QApplication::topLevelWidgets())
         window->hide();
+    // Not quit(): that asks the windows first, and they answer a close in their own way.
+    QApplication::exit(0);
 }
 
 void Program::showSetup() {

@@ -116,16 +116,18 @@ void frmMain::closeLinkClicked() {
 }
 
 bool frmMain::eventFilter(QObject *watched, QEvent *event) {
-    const bool clicked = event->type() == QEvent::MouseButtonRelease &&
-                         static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton;
-    bool pressed = false;
-    if (event->type() == QEvent::KeyPress) {
+    bool clicked = false;
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        clicked = mouse->button() == Qt::LeftButton &&
+                  status.ZarnConnectedLabel->rect().contains(mouse->position().toPoint());
+    } else if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        pressed =
+        clicked =
             !key->isAutoRepeat() && (key->key() == Qt::Key_Space || key->key() == Qt::Key_Return ||
-                   key->key() == Qt::Key_Enter);
+                                     key->key() == Qt::Key_Enter);
     }
-    if (clicked || pressed) {
+    if (clicked) {
         act([this] { closeLinkClicked(); });
         return true;
     }

@@ -51,7 +51,9 @@ void NetworkLink::SetupConnectIP() {
         if (!link.IPConnectingFlag)
             return;
         link.WaitSeconds = AttemptSeconds;
-        pump.runFor(link.WaitSeconds, [this] { return link.IPConnectedFlag; });
+        // A cancelled wait ends at once: whoever cancelled may want to connect again.
+        pump.runFor(link.WaitSeconds,
+                    [this] { return link.IPConnectedFlag || !link.IPConnectingFlag; });
         if (pump.ended())
             return;
         if (!attemptsContinue()) {

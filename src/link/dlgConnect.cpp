@@ -6,6 +6,7 @@
 #include "widgets/Colours.h"
 #include "widgets/TextConversion.h"
 
+#include <QAbstractItemView>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QHBoxLayout>
@@ -30,8 +31,8 @@ dlgConnect::dlgConnect(const LinkTools &linkTools)
           named(new QRadioButton(QStringLiteral("Serial Port"), Frame1), "ConnectSerialOption")),
       IPAddressFrame(
           named(new QGroupBox(QStringLiteral("Enter IP Address Here"), this), "IPAddressFrame")),
-      IPAddressQuadConnect(
-          new AddressBoxes("IPAddressQuadConnect", link.state.IPAddressQuads, IPAddressFrame)),
+      IPAddressQuadConnect(new AddressBoxes("IPAddressQuadConnect", "IPQuadLabel",
+                                            link.state.IPAddressQuads, IPAddressFrame)),
       Connect2IPButton(
           named(new FaceButton(QStringLiteral("Connect"), IPAddressFrame), "Connect2IPButton")),
       Label2(named(new QLabel(QStringLiteral("Connect to ..."), IPAddressFrame), "Label2")),
@@ -80,7 +81,12 @@ dlgConnect::dlgConnect(const LinkTools &linkTools)
             [this] { act([this] { chooseNetwork(); }); });
     connect(ConnectSerialOption, &QRadioButton::clicked, this,
             [this] { act([this] { chooseSerial(); }); });
-    whenKey(Qt::Key_Escape, [this] { unload(); });
+    whenKey(Qt::Key_Escape, [this] {
+        if (SerialPortsCombo->view()->isVisible())
+            SerialPortsCombo->hidePopup();
+        else
+            unload();
+    });
 }
 
 void dlgConnect::buildNetworkFrame() {
@@ -298,7 +304,8 @@ void dlgConnect::choosePort(int item) {
     state.PreviousCommPort = state.SelectedCommPort;
     link.messages.ShowMessage("Please make sure the Zarn is connected to the Comm Port " +
                               std::to_string(state.SelectedCommPort) + " Cable before proceeding!");
-    if (visit != thisVisit || pump.ended())
+    const bool stillWanted = visit == thisVisit && !SerialConnectionFrame->isHidden();
+    if (!stillWanted || pump.ended())
         return;
     try {
         link.serial.OpenSerialPort();

@@ -24,6 +24,6 @@ private:
     std::string programFolder;
     QSerialPort port;
     int portNumber = 0;
-    std::string device; ///< of the port opened last
+    std::string device;                           ///< of the port opened last
     std::string failure = "the port is not open"; ///< why the port is not open
 };

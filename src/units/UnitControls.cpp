@@ -41,7 +41,8 @@ UnitControls::UnitControls(QWidget &window, std::array<std::string, 5> &addressQ
       ControlledbyText(named(new QLineEdit(AddCorvaneFrame), "ControlledbyText")),
       IPAddressFrame(
           named(new QGroupBox(QStringLiteral("IP Address"), AddCorvaneFrame), "IPAddressFrame")),
-      CntrlIPAddressQuad(new AddressBoxes("CntrlIPAddressQuad", addressQuads, IPAddressFrame)),
+      CntrlIPAddressQuad(
+          new AddressBoxes("CntrlIPAddressQuad", "Label1", addressQuads, IPAddressFrame)),
       AddCorvaneCommand(named(new FaceButton(QString(), AddCorvaneFrame), "AddCorvaneCommand")),
       CancelCommand(
           named(new FaceButton(QStringLiteral("Cancel"), AddCorvaneFrame), "CancelCommand")),

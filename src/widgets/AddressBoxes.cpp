@@ -14,8 +14,8 @@ constexpr int BoxCharacters = 3;
 constexpr double HighestNumber = 255.0;
 } // namespace
 
-AddressBoxes::AddressBoxes(const char *boxName, std::array<std::string, 5> &addressQuads,
-                           QWidget *parent)
+AddressBoxes::AddressBoxes(const char *boxName, const char *dotName,
+                           std::array<std::string, 5> &addressQuads, QWidget *parent)
     : QWidget(parent), quads(addressQuads) {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -29,8 +29,11 @@ AddressBoxes::AddressBoxes(const char *boxName, std::array<std::string, 5> &addr
         edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 14);
         connect(edit, &QLineEdit::textChanged, this, [this, number] { change(number); });
         boxes.at(static_cast<std::size_t>(number)) = edit;
-        if (number > 0)
-            row->addWidget(new QLabel(QStringLiteral("."), this));
+        if (number > 0) {
+            auto *dot = new QLabel(QStringLiteral("."), this);
+            dot->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(dotName)).arg(number - 1));
+            row->addWidget(dot);
+        }
         row->addWidget(edit);
     }
     row->addStretch();

@@ -13,7 +13,9 @@ class AddressBoxes : public QWidget {
 public:
     /// @param addressQuads 0 to 3 take the numbers
     /// @param boxName object name of the boxes, "_0" to "_3" appended
-    AddressBoxes(const char *boxName, std::array<std::string, 5> &addressQuads, QWidget *parent);
+    /// @param dotName object name of the dots, "_0" to "_2" appended
+    AddressBoxes(const char *boxName, const char *dotName, std::array<std::string, 5> &addressQuads,
+                 QWidget *parent);
 
     /// Puts texts into the boxes without storing them.
     void fill(const std::array<std::string, 5> &texts);

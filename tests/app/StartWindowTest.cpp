@@ -1,5 +1,6 @@
 #include "StartWindowTest.h"
 
+#include "platform/QtEventPump.h"
 #include "support/DataTable.h"
 #include "support/ProgramFixture.h"
 #include "support/toString.h"
@@ -130,4 +131,23 @@ void StartWindowTest::modelsThatDoNotFit() {
     QVERIFY2(kvn.messages.back().contains(QLatin1String("KVN-8x4-C")), kvn.messageTexts().c_str());
     QCOMPARE(kvn.visibleWindows(), std::string("frmMain"));
     QVERIFY(showsLink("Connected on COM7", ButtonFace) && kvn.serialPort.isOpen());
+}
+
+// In the real event loop: one that is told to quit may ask the windows first.
+void StartWindowTest::endsWithOtherWindowsOpen() {
+    QtEventPump pump;
+    FakePump unused;
+    FakeSerialPort serialPort(unused);
+    FakeTcpSocket socket(unused);
+    FakeFileStore files;
+    Program program({pump, serialPort, socket, files, "program"});
+    program.start();
+    QTimer::singleShot(0, [] {
+        ProgramFixture::part<QAction>("frmMain", "AboutCorvaneController")->trigger();
+        ProgramFixture::click("frmMain", "MainControlButton_2");
+        ProgramFixture::window("frmMain")->close();
+    });
+    QTimer::singleShot(5000, [] { QCoreApplication::exit(1); });
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(ProgramFixture::visibleWindows(), std::string());
 }

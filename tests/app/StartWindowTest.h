@@ -13,4 +13,5 @@ private Q_SLOTS:
     void configurationReplies();
     void dialogClosedWithoutALink();
     void modelsThatDoNotFit();
+    void endsWithOtherWindowsOpen();
 };

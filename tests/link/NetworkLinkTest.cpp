@@ -24,8 +24,8 @@ void NetworkLinkTest::connects_data() {
     row("silent, flag set", Host::Silent, 0, never, never, true, 12, 6, true);
     row("unreachable", Host::Unreachable, 0.1, never, never, true, 12, 6, true);
     row("refused", Host::Refuses, 0.1, never, never, true, 2, 1, false);
-    row("cancelled", Host::Silent, 0, never, 3, false, 4, 3, false);
-    row("cancelled, flag set", Host::Silent, 0, never, 3, true, 4, 3, true);
+    row("cancelled", Host::Silent, 0, never, 3, false, 3, 3, false);
+    row("cancelled, flag set", Host::Silent, 0, never, 3, true, 3, 3, true);
 }
 
 void NetworkLinkTest::connects() {

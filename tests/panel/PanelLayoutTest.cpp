@@ -63,8 +63,10 @@ bool isAt(const QWidget *control, const Row &row, int slot, double scale = 1.0) 
     }
     const QRect at = control->geometry();
     const double more = at.width() * 15 / scale - twips.width();
-    if (more > 0 && qobject_cast<const QLabel *>(control)) // headings grow to the right
-        twips.adjust(row.width ? -more / 2 : 0, 0, row.width ? more / 2 : more, 0);
+    if (more > 0 && qobject_cast<const QLabel *>(control)) {
+        const bool toTheRight = row.width == 0 || row.name == std::string("ZarnConnectedLabel");
+        twips.adjust(toTheRight ? 0 : -more / 2, 0, toTheRight ? more : more / 2, 0);
+    }
     const auto near = [scale](int pixels, double length) {
         return std::abs(pixels - length * scale / 15.0) <= 1.0;
     };

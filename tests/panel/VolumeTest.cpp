@@ -30,6 +30,8 @@ void pointAt(const std::string &name, const std::string &how) {
                       Qt::NoModifier);
     if (how == "click")
         QTest::mouseClick(box, Qt::LeftButton);
+    else if (how == "Space" || how == "Enter")
+        QTest::keyClick(box, how == "Space" ? Qt::Key_Space : Qt::Key_Return);
     else if (how == "Tab")
         box->setFocus(Qt::TabFocusReason);
     else
@@ -92,7 +94,9 @@ void VolumeTest::choosesTheOutput_data() {
         "how", "clicksBefore", "clicksAfter", "shown", "caption");
     row("moved over", "move", "", "", All, "Output 2 volume");
     row("clicked", "click", "", "", All, "Output 2 volume");
-    row("reached by Tab", "Tab", "", "", All, "Output 2 volume");
+    row("Space", "Space", "", "", All, "Output 2 volume");
+    row("Enter", "Enter", "", "", All, "Output 2 volume");
+    row("Tab only passes", "Tab", "", "", "Label1 ", "Output volume");
     row("after a clear", "move", "escape", "", All, "Output Out2 volume");
     row("input", "move", "", "iV8", All, "Output 2 volume");
     row("output", "move", "", "oB8", "Label1 ", "Output 2 volume");

@@ -5,8 +5,8 @@
 #include <functional>
 #include <map>
 
-/// An event pump with a clock of its own. Time passes only in waits, from one scheduled happening to
-/// the next, so a test says exactly what happens when and never sleeps.
+/// An event pump with a clock of its own. Time passes only in waits, from one scheduled happening
+/// to the next, so a test says exactly what happens when and never sleeps.
 class FakePump : public EventPump {
 public:
     /// Schedules a happening `seconds` from now.
