@@ -1,7 +1,5 @@
 #include "app/dlgOK.h"
 
-#include "widgets/TextConversion.h"
-
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
@@ -29,7 +27,7 @@ dlgOK::dlgOK(const char *name, const char *caption, EventPump &eventPump,
 }
 
 void dlgOK::LoadForm() {
-    OKLabel->setText(shown(messages.MessageText));
+    OKLabel->setText(QString::fromStdString(messages.MessageText));
     OKButton->setFocus();
     present();
 }

@@ -1,7 +1,5 @@
 #include "app/dlgYesNo.h"
 
-#include "widgets/TextConversion.h"
-
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -38,7 +36,7 @@ dlgYesNo::dlgYesNo(EventPump &eventPump, MessageState &messageState)
 }
 
 void dlgYesNo::LoadForm() {
-    YesNoText->setText(shown(messages.ConfirmText));
+    YesNoText->setText(QString::fromStdString(messages.ConfirmText));
     NoButton->setFocus();
     present();
 }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// What the message and question dialogs share with their callers.
+/// What the message and question dialogs share with their callers. Texts are UTF-8.
 struct MessageState {
     std::string MessageText;
     bool MessageShowing = false;

@@ -56,8 +56,14 @@ void SerialLink::closePort() {
 }
 
 void SerialLink::CloseSerialPort() {
-    if (!port.isOpen())
+    if (!port.isOpen()) {
+        // A device that went away closed the port without a word.
+        if (link.SerialPortOpen) {
+            link.SerialPortOpen = false;
+            display.ConnecthandleConnectionStatus();
+        }
         return;
+    }
     port.close();
     link.LinkKind = NoLinkKind;
     link.SerialPortOpen = false;

@@ -22,7 +22,8 @@ public:
     /// @throws LinkError with `SerialPortOpen` false
     void OpenSerialPort();
 
-    /// Closes an open port for good and clears `LinkKind`; does nothing when it is closed.
+    /// Closes an open port for good and clears `LinkKind`, which stays when the port is closed
+    /// already.
     void CloseSerialPort();
 
     /// Closes the port if it is open, without a word to anybody.

@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr const char *ConnectPrompt = "Connect to ...";
+
 template <class Control> Control *named(Control *control, const char *name) {
     control->setObjectName(QLatin1String(name));
     return control;
@@ -35,7 +37,7 @@ dlgConnect::dlgConnect(const LinkTools &linkTools)
                                             link.state.IPAddressQuads, IPAddressFrame)),
       Connect2IPButton(
           named(new FaceButton(QStringLiteral("Connect"), IPAddressFrame), "Connect2IPButton")),
-      Label2(named(new QLabel(QStringLiteral("Connect to ..."), IPAddressFrame), "Label2")),
+      Label2(named(new QLabel(QLatin1String(ConnectPrompt), IPAddressFrame), "Label2")),
       SerialConnectionFrame(named(new QGroupBox(QStringLiteral("Connect to Serial using..."), this),
                                   "SerialConnectionFrame")),
       SerialPortsCombo(named(new QComboBox(SerialConnectionFrame), "SerialPortsCombo")),
@@ -137,7 +139,7 @@ void dlgConnect::Form_Load() {
     SerialPortsCombo->clear();
     Connect2SerialButton->setEnabled(false);
     IPAddressQuadConnect->clear();
-    Label2->setText(QStringLiteral("Connect to ..."));
+    Label2->setText(QLatin1String(ConnectPrompt));
     status.ZarnConnectedLabel->hide();
     status.ZarnConnectedImage->hide();
     link.display.ConnecthandleConnectionStatus();
@@ -244,6 +246,7 @@ void dlgConnect::tryToConnect() {
         link.network.IPCheckifPortOpenwithClose();
         link.messages.ShowMessage(
             "Unable to connect using that IP address, check the address and try again.");
+        Label2->setText(QLatin1String(ConnectPrompt));
         return;
     }
     state.LinkMadeCode = 1;
@@ -252,6 +255,7 @@ void dlgConnect::tryToConnect() {
 }
 
 void dlgConnect::chooseSerial() {
+    const int thisVisit = visit;
     // The search opens and closes ports; one that was picked before would be closed by it
     // unnoticed.
     link.serial.CloseSerialPort();
@@ -265,7 +269,8 @@ void dlgConnect::chooseSerial() {
     FindCommPorts();
     pump.runUntil([this] { return !link.state.FindingPortsFlag; });
     SerialPortsCombo->show();
-    link.state.LinkKind = SerialLinkKind;
+    if (visit == thisVisit)
+        link.state.LinkKind = SerialLinkKind;
 }
 
 void dlgConnect::FindCommPorts() {

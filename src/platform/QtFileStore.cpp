@@ -41,8 +41,8 @@ std::string QtFileStore::replace(const std::string &path, std::string_view conte
         std::string before;
         if (std::string failure = read(path, before); !failure.empty())
             return failure;
-        if (std::string failure = save(backupPath, before); !failure.empty())
-            return failure;
+        if (const std::string failure = save(backupPath, before); !failure.empty())
+            return "Replacing " + path + " failed, its copy cannot be kept: " + failure;
     }
     return save(path, contents);
 }

@@ -4,12 +4,35 @@
 
 #include <QHostAddress>
 #include <QNetworkProxy>
+#include <QStringList>
 
+#include <optional>
 #include <utility>
 
 namespace {
+
 constexpr qint64 ReadBufferBytes = qint64{1} << 20;
+
+/// Four decimal numbers with dots between them; blanks around a number do not count, nor do leading
+/// zeros.
+std::optional<QHostAddress> dottedAddress(std::string_view text) {
+    const QStringList numbers =
+        QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))
+            .split(QLatin1Char('.'));
+    quint32 address = 0;
+    for (const QString &number : numbers) {
+        bool isNumber = false;
+        const uint value = number.trimmed().toUInt(&isNumber, 10);
+        if (!isNumber || value > 255)
+            return std::nullopt;
+        address = address << 8 | value;
+    }
+    if (numbers.size() != 4)
+        return std::nullopt;
+    return QHostAddress(address);
 }
+
+} // namespace
 
 QtTcpSocket::QtTcpSocket() {
     socket.setProxy(QNetworkProxy::NoProxy);
@@ -54,14 +77,13 @@ SocketState QtTcpSocket::state() const {
 void QtTcpSocket::connectTo(std::string_view host, int port) {
     close();
     place = std::string(host) + " port " + std::to_string(port);
-    QHostAddress address;
-    const auto length = static_cast<qsizetype>(host.size());
-    if (!address.setAddress(QString::fromLatin1(host.data(), length).trimmed())) {
+    const std::optional<QHostAddress> address = dottedAddress(host);
+    if (!address) {
         failed = true;
         reason = "not an IP address";
         return;
     }
-    socket.connectToHost(address, static_cast<quint16>(port));
+    socket.connectToHost(*address, static_cast<quint16>(port));
 }
 
 void QtTcpSocket::close() {

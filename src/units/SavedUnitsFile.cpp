@@ -27,7 +27,10 @@ std::string SavedUnitsFile::CheckGetIniFile() {
         units.ExcessReported = false;
     else if (!units.ExcessReported) {
         units.ExcessReported = true;
-        return path + " holds more than 25 units; those after the 25th are left out.";
+        return path +
+               " holds more than 25 units; those after the 25th are left out. The next save keeps "
+               "the file as " +
+               backupPath + ".";
     }
     return {};
 }

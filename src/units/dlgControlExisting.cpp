@@ -7,6 +7,7 @@
 #include "widgets/TextConversion.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 #include <QSignalBlocker>
 
 namespace {
@@ -15,6 +16,14 @@ constexpr int LingerSeconds = 3;
 
 QString captionOf(dlgControlExisting::Operation operation) {
     return QLatin1String(OperationCaptions.at(static_cast<std::size_t>(operation)));
+}
+
+/// A name in a list or a question. A file can hold names that no window has room for.
+QString shownName(const std::string &name) {
+    constexpr std::size_t Longest = 60;
+    if (name.size() <= Longest)
+        return shown(name);
+    return shown(name.substr(0, Longest)) + QStringLiteral("...");
 }
 
 QString selectedText(const QListWidget &list) {
@@ -57,7 +66,7 @@ void dlgControlExisting::connectControls() {
     whenClicked(controls.AddCorvaneCommand, [this] { carryOut(); });
     whenClicked(controls.CancelCommand, [this] { showOptions(); });
     whenKey(Qt::Key_Escape, [this] {
-        if (controls.AddCorvaneFrame->isHidden())
+        if (controls.AddCorvaneFrame->isHidden() || busy)
             unload();
         else
             controls.CancelCommand->click();
@@ -65,6 +74,10 @@ void dlgControlExisting::connectControls() {
 }
 
 void dlgControlExisting::LoadForm() {
+    if (busy) {
+        present();
+        return;
+    }
     controls.StatusLabel->hide();
     showOptions();
     initialzeControlLists();
@@ -75,6 +88,7 @@ void dlgControlExisting::LoadForm() {
 void dlgControlExisting::showOptions() {
     controls.AddCorvaneFrame->hide();
     controls.OptionsFrame->show();
+    controls.OptionsCommand.front()->setFocus();
 }
 
 void dlgControlExisting::initialzeControlLists() {
@@ -89,13 +103,15 @@ void dlgControlExisting::InitializeKVNControlBlocks() {
         const QSignalBlocker silent(controls.AvailCorvanesList);
         controls.AvailCorvanesList->clear();
         for (int index = 1; index <= units.ControlBlockCount; ++index)
-            controls.AvailCorvanesList->addItem(shown(units.KVNControlBlocks[index].Name));
+            controls.AvailCorvanesList->addItem(shownName(units.KVNControlBlocks[index].Name));
     }
     if (!failure.empty())
         link.messages.ShowMessage(failure);
 }
 
 void dlgControlExisting::chooseOperation(Operation operation) {
+    if (busy)
+        return;
     const bool adds = operation == Operation::Add;
     controls.StatusLabel->hide();
     controls.IPAddressFrame->hide();
@@ -166,10 +182,6 @@ std::string dlgControlExisting::kindText() const {
     return typed(selectedText(*controls.ConnectChoiceList));
 }
 
-std::string dlgControlExisting::unitText() const {
-    return typed(selectedText(*controls.AvailCorvanesList));
-}
-
 std::array<std::string, 5> dlgControlExisting::boxTexts() const {
     std::array<std::string, 5> texts;
     for (int number = 0; number < 4; ++number)
@@ -193,27 +205,36 @@ bool dlgControlExisting::save() {
 }
 
 void dlgControlExisting::busyWhile(const std::function<void()> &operation) {
+    if (busy)
+        return;
+    busy = true;
+    const QPointer<QWidget> focus = focusWidget();
     controls.AddCorvaneFrame->setEnabled(false);
-    thenAlways(operation, [this] { controls.AddCorvaneFrame->setEnabled(true); });
+    thenAlways(operation, [this, focus] {
+        busy = false;
+        controls.AddCorvaneFrame->setEnabled(true);
+        if (focus && !controls.AddCorvaneFrame->isHidden())
+            focus->setFocus();
+    });
 }
 
 void dlgControlExisting::carryOut() {
-    if (!controls.AddCorvaneFrame->isHidden() && controls.AddCorvaneFrame->isEnabled() &&
-        controls.AddCorvaneCommand->isEnabled())
-        act([this] { busyWhile([this] { runOperation(); }); });
+    if (controls.AddCorvaneFrame->isHidden() || !controls.AddCorvaneCommand->isEnabled())
+        return;
+    act([this] { runOperation(); });
 }
 
 void dlgControlExisting::runOperation() {
     const QString caption = controls.AddCorvaneFrame->title();
     if (caption == captionOf(Operation::Add)) {
-        AddCorvaneButton();
+        busyWhile([this] { AddCorvaneButton(); });
     } else if (caption == captionOf(Operation::Edit)) {
-        SaveCorvaneChanges();
+        busyWhile([this] { SaveCorvaneChanges(); });
         Wait3Seconds();
     } else if (caption == captionOf(Operation::Control)) {
-        ConnectControlButton();
+        busyWhile([this] { ConnectControlButton(); });
     } else if (caption == captionOf(Operation::Delete)) {
-        DeleteCorvane();
+        busyWhile([this] { DeleteCorvane(); });
         InitializeKVNControlBlocks();
     }
 }
@@ -247,7 +268,6 @@ void dlgControlExisting::AddCorvaneButton() {
 
 void dlgControlExisting::SaveCorvaneChanges() {
     KVNControlBlock &block = units.KVNControlBlocks[units.SelectedBlockIndex];
-    block.Name = unitText();
     block.ConnectType = kindText();
     if (block.ConnectType.empty())
         block.ConnectType = SerialType;
@@ -260,9 +280,10 @@ void dlgControlExisting::SaveCorvaneChanges() {
 void dlgControlExisting::DeleteCorvane() {
     // A question that is closed unanswered must not count as the yes of an earlier one.
     link.messages.state.YesNoAnswer = false;
-    link.messages.AskYesNo("Are you sure you want to delete " + unitText() + " ?");
+    KVNControlBlock &block = units.KVNControlBlocks[units.SelectedBlockIndex];
+    link.messages.AskYesNo("Are you sure you want to delete " +
+                           shownName(block.Name).toStdString() + " ?");
     if (link.messages.state.YesNoAnswer && !pump.ended()) {
-        KVNControlBlock &block = units.KVNControlBlocks[units.SelectedBlockIndex];
         const KVNControlBlock before = block;
         const bool unsavedBefore = units.UnsavedChanges;
         block = {};

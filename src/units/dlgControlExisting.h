@@ -60,7 +60,6 @@ private:
     bool save();
     void busyWhile(const std::function<void()> &operation);
     [[nodiscard]] std::string kindText() const;
-    [[nodiscard]] std::string unitText() const;
     [[nodiscard]] std::array<std::string, 5> boxTexts() const;
     void updateCommand();
     void connectControls();
@@ -72,4 +71,5 @@ private:
     UnitsHost &host;
 
     UnitControls controls;
+    bool busy = false; ///< an operation is under way; no other one can be chosen
 };
