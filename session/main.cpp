@@ -3,10 +3,7 @@
 
 #include "app/Program.h"
 #include "app/ProgramLook.h"
-#include "platform/QtEventPump.h"
-#include "platform/QtFileStore.h"
-#include "platform/QtSerialPort.h"
-#include "platform/QtTcpSocket.h"
+#include "platform/QtMachine.h"
 
 #include <QApplication>
 
@@ -20,12 +17,8 @@ int main(int argc, char **argv) {
         return 2;
     }
     applyProgramLook();
-    const std::string appPath = QApplication::applicationDirPath().toStdString();
-    QtEventPump pump;
-    QtSerialPort serialPort(appPath);
-    QtTcpSocket socket;
-    QtFileStore files;
-    Program program({pump, serialPort, socket, files, appPath});
+    QtMachine machine;
+    Program program(machine.services());
     program.start();
     Player *playing = nullptr;
     const auto idle = [&playing] { return playing->idle(); };

@@ -8,24 +8,13 @@
 #include "link/LinkTools.h"
 #include "link/dlgConnect.h"
 #include "panel/KVN32x32Audio.h"
-#include "platform/FileStore.h"
-#include "platform/SerialPort.h"
-#include "platform/TcpSocket.h"
+#include "platform/Machine.h"
 #include "units/SavedUnits.h"
 #include "units/SavedUnitsFile.h"
 #include "units/dlgControlExisting.h"
 
 #include <array>
 #include <string>
-
-/// What a program runs on.
-struct Machine {
-    EventPump &pump;
-    SerialPort &serialPort;
-    TcpSocket &socket;
-    FileStore &files;
-    std::string appPath; ///< the program's folder
-};
 
 /// The whole program: owns all state and all windows, and wires them.
 class Program final : private StartHost, private PanelHost, private UnitsHost {
