@@ -6,7 +6,7 @@
 
 /// Messages and questions in their dialogs. Over a modal dialog they belong to that dialog, so that
 /// they can be answered; when it closes they close with it.
-class MessageDialogs final : public Messages {
+class MessageDialogs : public Messages {
 public:
     explicit MessageDialogs(EventPump &eventPump);
 

@@ -17,7 +17,7 @@
 #include <string>
 
 /// The whole program: owns all state and all windows, and wires them.
-class Program final : private StartHost, private PanelHost, private UnitsHost {
+class Program : private StartHost, private PanelHost, private UnitsHost {
 public:
     explicit Program(const Machine &machine);
 

@@ -11,18 +11,17 @@
 /// What the start window needs of the program around it.
 class StartHost {
 public:
+    StartHost() = default;
+    StartHost(const StartHost &) = delete;
+    StartHost &operator=(const StartHost &) = delete;
+    virtual ~StartHost() = default;
+
     /// @throws RangeError if the model does not fit the panel
     virtual void openPanel() = 0;
     virtual void openSavedUnits(const std::string &modeWord) = 0;
     virtual void openAbout() = 0;
     virtual void forgetUnitName() = 0;
     virtual void endProgram() = 0;
-
-protected:
-    StartHost() = default;
-    StartHost(const StartHost &) = default;
-    StartHost &operator=(const StartHost &) = default;
-    ~StartHost() = default;
 };
 
 /// The start window. Closing it closes the link and ends the program, from any depth.

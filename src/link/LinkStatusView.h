@@ -21,23 +21,21 @@ struct LinkStatusLook {
 /// A window with a status label and the two link pictures.
 class LinkStatusView {
 public:
-    virtual void showLinkStatus(const LinkStatusLook &look) = 0;
-
-protected:
     LinkStatusView() = default;
-    LinkStatusView(const LinkStatusView &) = default;
-    LinkStatusView &operator=(const LinkStatusView &) = default;
-    ~LinkStatusView() = default;
+    LinkStatusView(const LinkStatusView &) = delete;
+    LinkStatusView &operator=(const LinkStatusView &) = delete;
+    virtual ~LinkStatusView() = default;
+
+    virtual void showLinkStatus(const LinkStatusLook &look) = 0;
 };
 
 /// The connection dialog's line on the progress of a network connect.
 class ConnectProgressView {
 public:
-    virtual void showConnectProgress(const std::string &text) = 0;
-
-protected:
     ConnectProgressView() = default;
-    ConnectProgressView(const ConnectProgressView &) = default;
-    ConnectProgressView &operator=(const ConnectProgressView &) = default;
-    ~ConnectProgressView() = default;
+    ConnectProgressView(const ConnectProgressView &) = delete;
+    ConnectProgressView &operator=(const ConnectProgressView &) = delete;
+    virtual ~ConnectProgressView() = default;
+
+    virtual void showConnectProgress(const std::string &text) = 0;
 };

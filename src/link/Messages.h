@@ -15,6 +15,11 @@ struct MessageState {
 /// dialog or the program ends.
 class Messages {
 public:
+    Messages() = default;
+    Messages(const Messages &) = delete;
+    Messages &operator=(const Messages &) = delete;
+    virtual ~Messages() = default;
+
     virtual void ShowMessage(const std::string &text) = 0;
     /// The same in a plain box that blocks the other windows meanwhile.
     virtual void ShowPlainBox(const std::string &text) = 0;
@@ -22,10 +27,4 @@ public:
     virtual void AskYesNo(const std::string &question) = 0;
 
     MessageState state;
-
-protected:
-    Messages() = default;
-    Messages(const Messages &) = default;
-    Messages &operator=(const Messages &) = default;
-    ~Messages() = default;
 };

@@ -12,16 +12,15 @@
 /// What the saved-units dialog needs of the program around it.
 class UnitsHost {
 public:
+    UnitsHost() = default;
+    UnitsHost(const UnitsHost &) = delete;
+    UnitsHost &operator=(const UnitsHost &) = delete;
+    virtual ~UnitsHost() = default;
+
     /// Opens the panel with the unit's name and returns once it is closed again.
     /// @throws RangeError if the model does not fit the panel
     virtual void controlUnit(const std::string &unitName) = 0;
     virtual void showStartWindow() = 0;
-
-protected:
-    UnitsHost() = default;
-    UnitsHost(const UnitsHost &) = default;
-    UnitsHost &operator=(const UnitsHost &) = default;
-    ~UnitsHost() = default;
 };
 
 /// The saved units: add, edit, delete one, or control it. The file is read again at every opening

@@ -7,7 +7,7 @@
 #include <functional>
 
 /// The status label and the two link pictures of a window.
-class LinkStatusWidgets final : public LinkStatusView {
+class LinkStatusWidgets : public LinkStatusView {
 public:
     /// Makes the three as children of `parent`, named `ZarnConnectedLabel`, `ZarnConnectedImage`
     /// and `ZarnNotConnectedImage`; the window places them.

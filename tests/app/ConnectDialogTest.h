@@ -12,10 +12,7 @@ private Q_SLOTS:
     void choosesAPort();
     void takesAnAddress_data();
     void takesAnAddress();
-    void keepsOrWipesTheAddress();
     void hostsThatDoNotAnswer_data();
     void hostsThatDoNotAnswer();
-    void closingCancels_data();
     void closingCancels();
-    void linkThatIsUpClosesAtOnce();
 };

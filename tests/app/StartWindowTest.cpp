@@ -1,136 +1,106 @@
 #include "StartWindowTest.h"
 
 #include "platform/QtEventPump.h"
-#include "support/DataTable.h"
 #include "support/ProgramFixture.h"
 #include "support/toString.h"
+
+#include <QAction>
+#include <QtTest/QtTest>
 
 namespace {
 
 const char *const Find = "MainControlButton_0";
-const std::string NotConnected = "Not Connected";
 
-/// The link as the start window shows it: one picture, and the hint while it is up.
-bool showsLink(const std::string &caption, const QColor &background) {
-    const auto shown = [](const char *name) {
-        return ProgramFixture::part("frmMain", name)->isVisible();
-    };
-    const bool up = caption != NotConnected;
-    const auto *label = ProgramFixture::part("frmMain", "ZarnConnectedLabel");
-    return shown("ZarnConnectedImage") == up && shown("ZarnNotConnectedImage") == !up &&
-           shown("ToDisconnectPortLabel") == up &&
-           ProgramFixture::text("frmMain", "ZarnConnectedLabel") == caption &&
-           label->palette().color(QPalette::Window) == background;
+/// The link as the start window shows it: caption, background, hint and picture.
+std::string link() {
+    std::string shown = ProgramFixture::text("frmMain", "ZarnConnectedLabel") + " " +
+                        ProgramFixture::part("frmMain", "ZarnConnectedLabel")
+                            ->palette()
+                            .color(QPalette::Window)
+                            .name()
+                            .toStdString();
+    for (const char *const name :
+         {"ToDisconnectPortLabel", "ZarnConnectedImage", "ZarnNotConnectedImage"})
+        shown += ProgramFixture::part("frmMain", name)->isVisible() ? " +" : " -";
+    return shown;
 }
 
-const QColor Red(255, 0, 0);
-const QColor ButtonFace(224, 224, 224);
+const std::string Down = "Not Connected #ff0000 - - +";
+const std::string OnSerial = "Connected on COM7 #e0e0e0 + + -";
 
 } // namespace
 
-void StartWindowTest::startsNotConnected() {
-    ProgramFixture kvn;
-    QCOMPARE(kvn.visibleWindows(), std::string("frmMain"));
-    QCOMPARE(kvn.window("frmMain")->windowTitle(), QStringLiteral("Corvane Controller 1.14"));
-    QCOMPARE(kvn.text("frmMain", Find), std::string("Find/Connect/Control Corvane"));
-    QCOMPARE(kvn.text("frmMain", "MainControlButton_2"),
-             std::string("Add/Edit/Delete/Control Existing Corvane"));
-    QCOMPARE(kvn.text("frmMain", "ToDisconnectPortLabel"),
-             std::string("To disconnect from the matrix, click the label below."));
-    QVERIFY(showsLink(NotConnected, Red));
-}
-
-void StartWindowTest::connectsAndCloses_data() {
-    const DataTable<bool, std::string, QColor> row("overNetwork", "caption", "background");
-    row("serial", false, "Connected on COM7", ButtonFace);
-    row("network", true, "Connected to 10.11.12.13", QColor(255, 128, 0));
-}
-
 void StartWindowTest::connectsAndCloses() {
-    QFETCH(bool, overNetwork);
-    QFETCH(std::string, caption);
-    QFETCH(QColor, background);
-    ProgramFixture kvn;
-    kvn.openPanel(overNetwork);
-    QCOMPARE(kvn.takeWritten(), std::string("CFG ?\r\nSTA O A\rSTA O A\r"));
-    QCOMPARE(kvn.visibleWindows(), std::string("KVN32x32Audio frmMain"));
-    QVERIFY(showsLink(caption, background));
+    for (const bool overNetwork : {false, true}) {
+        const std::string up = overNetwork ? "Connected to 10.11.12.13 #ff8000 + + -" : OnSerial;
+        const std::string opening = "CFG ?\r\nSTA O A\rSTA O A\r";
+        ProgramFixture kvn;
+        QCOMPARE(kvn.visibleWindows() + " " + link(), "frmMain " + Down);
+        QCOMPARE(kvn.window("frmMain")->windowTitle().toStdString() + "|" +
+                     kvn.text("frmMain", Find) + "|" + kvn.text("frmMain", "MainControlButton_2") +
+                     "|" + kvn.text("frmMain", "ToDisconnectPortLabel"),
+                 std::string("Corvane Controller 1.14|Find/Connect/Control Corvane|"
+                             "Add/Edit/Delete/Control Existing Corvane|"
+                             "To disconnect from the matrix, click the label below."));
+        kvn.pump.in(0.1, [&] { kvn.window("dlgConnect")->close(); });
+        kvn.click("frmMain", Find);
+        QCOMPARE(kvn.visibleWindows() + kvn.takeWritten(), std::string("frmMain"));
 
-    kvn.click("frmMain", Find); // no dialog this time
-    QCOMPARE(kvn.takeWritten(), std::string("CFG ?\r\nSTA O A\rSTA O A\r"));
+        kvn.openPanel(overNetwork);
+        QCOMPARE(kvn.takeWritten() + kvn.visibleWindows(), opening + "KVN32x32Audio frmMain");
+        QCOMPARE(link(), up);
+        kvn.click("frmMain", Find); // no dialog this time
+        QCOMPARE(kvn.takeWritten() + kvn.visibleWindows(), opening + "KVN32x32Audio frmMain");
+        kvn.window("frmMain")->showMinimized();
+        kvn.window("KVN32x32Audio")->close();
+        QVERIFY(!kvn.window("frmMain")->isMinimized());
+        QCOMPARE(link(), Down);
 
-    kvn.window("frmMain")->showMinimized();
-    kvn.window("KVN32x32Audio")->close();
-    QVERIFY(!kvn.window("frmMain")->isMinimized());
-    QVERIFY(showsLink(NotConnected, Red));
-
-    kvn.openPanel(overNetwork);
-    QVERIFY(showsLink(caption, background));
-    kvn.clickAnything("frmMain", "ZarnConnectedLabel");
-    QVERIFY(!kvn.serialPort.isOpen());
-    QCOMPARE(kvn.socket.state(), SocketState::Closed);
-    QVERIFY(showsLink(NotConnected, Red));
-}
-
-void StartWindowTest::configurationReplies_data() {
-    const DataTable<std::string, bool> row("reply", "opens");
-    row("silence", "", false);
-    row("unknown", "hello", true);
-    row("refusal", "\r\nERROR command\r\n", true);
+        kvn.openPanel(overNetwork);
+        QCOMPARE(link(), up);
+        kvn.clickAnything("frmMain", "ZarnConnectedLabel");
+        QVERIFY(!kvn.serialPort.isOpen());
+        QCOMPARE(kvn.socket.state(), SocketState::Closed);
+        QCOMPARE(link(), Down);
+    }
 }
 
 void StartWindowTest::configurationReplies() {
-    QFETCH(std::string, reply);
-    QFETCH(bool, opens);
-    ProgramFixture kvn;
-    const auto unitAnswer = kvn.serialPort.wire.device;
-    kvn.serialPort.wire.device = [&](std::string_view text) {
-        return text.starts_with("CFG") ? reply : unitAnswer(text);
-    };
-    kvn.openPanelOverSerial();
-    QCOMPARE(kvn.isShown("KVN32x32Audio"), opens);
-    QVERIFY(kvn.messageTexts().ends_with(opens ? "before proceeding!"
-                                               : "| Unable to get Corvane Configuration"));
-    QVERIFY(showsLink("Connected on COM7", ButtonFace));
-    kvn.serialPort.wire.device = unitAnswer;
-    kvn.click("frmMain", Find);
-    QVERIFY(kvn.isShown("KVN32x32Audio"));
-}
-
-void StartWindowTest::dialogClosedWithoutALink() {
-    ProgramFixture kvn;
-    kvn.pump.in(0.1, [&] { kvn.window("dlgConnect")->close(); });
-    kvn.click("frmMain", Find);
-    QCOMPARE(kvn.visibleWindows(), std::string("frmMain"));
-    QCOMPARE(kvn.takeWritten(), std::string());
-    kvn.openPanelOverSerial();
-    QVERIFY(kvn.isShown("KVN32x32Audio"));
+    for (const std::string reply : {"", "hello"}) {
+        ProgramFixture kvn;
+        const auto unitAnswer = kvn.serialPort.wire.device;
+        kvn.serialPort.wire.device = [&](std::string_view text) {
+            return text.starts_with("CFG") ? reply : unitAnswer(text);
+        };
+        kvn.openPanel();
+        QCOMPARE(kvn.isShown("KVN32x32Audio"), !reply.empty());
+        QVERIFY(kvn.messages.ends_with(reply.empty() ? "| Unable to get Corvane Configuration"
+                                                     : "before proceeding!"));
+        QCOMPARE(link(), OnSerial);
+        kvn.serialPort.wire.device = unitAnswer;
+        kvn.click("frmMain", Find);
+        QVERIFY(kvn.isShown("KVN32x32Audio"));
+    }
 }
 
 void StartWindowTest::modelsThatDoNotFit() {
     ProgramFixture kvn({.model = "KVN-8x4-HDA"});
-    kvn.openPanelOverSerial(); // its maps are empty, so is its panel
-    QVERIFY(kvn.isShown("KVN32x32Audio"));
-    for (const auto *control : kvn.window("KVN32x32Audio")->findChildren<QWidget *>()) {
-        const QString name = control->objectName();
-        const bool ofSlot =
-            name.contains(QLatin1Char('_')) && !name.startsWith(QLatin1String("Label2"));
-        QVERIFY2(!ofSlot || !control->isVisible(), qPrintable(name));
-    }
+    kvn.openPanel(); // its maps are empty, so is its panel
+    for (const auto *control : kvn.window("KVN32x32Audio")->findChildren<QAbstractButton *>())
+        QVERIFY(!control->isVisible() || !control->objectName().contains(QLatin1Char('_')));
     kvn.click("KVN32x32Audio", "TakeButton");
     kvn.click("KVN32x32Audio", "ExitButton");
 
     kvn.unit = Unit({.model = "KVN-32x32-RGBA"});
-    kvn.openPanelOverSerial();
+    kvn.openPanel();
     kvn.click("KVN32x32Audio", "ExitButton");
 
     kvn.unit = Unit({.model = "KVN-8x4-C"}); // 32 inputs from slot 5 on
     kvn.messages.clear();
-    kvn.openPanelOverSerial();
-    QCOMPARE(kvn.messages.size(), std::size_t(2));
-    QVERIFY2(kvn.messages.back().contains(QLatin1String("KVN-8x4-C")), kvn.messageTexts().c_str());
-    QCOMPARE(kvn.visibleWindows(), std::string("frmMain"));
-    QVERIFY(showsLink("Connected on COM7", ButtonFace) && kvn.serialPort.isOpen());
+    kvn.openPanel();
+    QVERIFY2(kvn.messages.find(" | ") < kvn.messages.find("KVN-8x4-C"), kvn.messages.c_str());
+    QVERIFY(kvn.messages.find("KVN-8x4-C") != std::string::npos);
+    QCOMPARE(kvn.visibleWindows() + " " + link(), "frmMain " + OnSerial);
 }
 
 // In the real event loop: one that is told to quit may ask the windows first.

@@ -4,7 +4,6 @@
 
 #include <map>
 #include <sstream>
-#include <utility>
 
 namespace {
 
@@ -20,38 +19,34 @@ const std::map<std::string, std::string> Buttons{{"iB", "InputVideoAudioButtons"
                                                  {"presets", "GoToPresets"},
                                                  {"exit", "ExitButton"},
                                                  {"up", "VolumeUpButton"},
-                                                 {"down", "VolumeDownButton"}};
+                                                 {"down", "VolumeDownButton"},
+                                                 {"p", "NewPresetButton"},
+                                                 {"go", "ExecutePresetButton"},
+                                                 {"close", "ExitPresets"}};
+const std::map<std::string, std::string> Lamps{{"1iV", "InputVideoLamp"},
+                                               {"2iA", "InputAudioLamp"},
+                                               {"3oV", "OutputVideoIndicator"},
+                                               {"4oA", "OutputAudioIndicator"}};
 
-const std::vector<std::pair<std::string, std::string>> Lamps{{"iV", "InputVideoLamp"},
-                                                             {"iA", "InputAudioLamp"},
-                                                             {"oV", "OutputVideoIndicator"},
-                                                             {"oA", "OutputAudioIndicator"}};
-
-std::string slotName(const std::string &array, int slot) {
-    return array + "_" + std::to_string(slot);
-}
-
-char groupMark(char kind, const std::string &array) {
-    int seen = 0;
-    int enabled = 0;
+/// The controls of an array that are seen, by slot.
+std::map<int, QWidget *> seen(const std::string &array) {
+    std::map<int, QWidget *> controls;
     for (int slot = 1; slot <= 32; ++slot) {
-        const QWidget *button = PanelFixture::on(slotName(array, slot));
-        seen += button->isVisible() ? 1 : 0;
-        enabled += button->isVisible() && button->isEnabled() ? 1 : 0;
+        if (auto *control = PanelFixture::on(array + "_" + std::to_string(slot));
+            control->isVisible())
+            controls[slot] = control;
     }
-    if (seen == enabled)
-        return kind;
-    return enabled == 0 ? '-' : '?';
+    return controls;
 }
 
 } // namespace
 
-PanelFixture::PanelFixture(const std::string &model, bool overNetwork)
-    : ProgramFixture({.model = model}) {
-    open(overNetwork);
+PanelFixture::PanelFixture(const std::string &model, bool network)
+    : ProgramFixture({.model = model}), overNetwork(network) {
+    open();
 }
 
-void PanelFixture::open(bool overNetwork) {
+void PanelFixture::open() {
     openPanel(overNetwork);
     QVERIFY(isShown("KVN32x32Audio"));
     QCoreApplication::processEvents(); // the window becomes the active one
@@ -63,57 +58,66 @@ void PanelFixture::clicks(const std::string &marks) {
     std::istringstream words(marks);
     for (std::string word; words >> word;) {
         const auto digits = std::min(word.find_first_of("0123456789"), word.size());
-        std::string name = Buttons.at(word.substr(0, digits));
-        if (digits < word.size())
-            name += "_" + word.substr(digits);
-        click("KVN32x32Audio", QString::fromStdString(name));
+        if (word == "open")
+            open();
+        else if (word == "frame")
+            window("dlgPresets")->close();
+        else if (word == "Esc")
+            QTest::keyClick(window("dlgPresets"), Qt::Key_Escape);
+        else
+            click(isShown("dlgPresets") ? "dlgPresets" : "KVN32x32Audio",
+                  Buttons.at(word.substr(0, digits)) +
+                      (digits < word.size() ? "_" + word.substr(digits) : ""));
     }
 }
 
-std::string PanelFixture::textOf(const std::string &name) {
-    return text("KVN32x32Audio", name.c_str());
+void PanelFixture::answer(const std::string &command, const std::string &reply) {
+    wire.device = [=, unitAnswer = wire.device](std::string_view text) {
+        return text.starts_with(command) ? reply : unitAnswer(text);
+    };
 }
 
-QColor PanelFixture::face(const std::string &name) {
-    return on(name)->palette().color(QPalette::Button);
+std::string PanelFixture::textsOf(const std::string &array) {
+    std::string texts;
+    for (const auto &[slot, control] : seen(array))
+        texts += control->property("text").toString().toStdString() + " ";
+    return texts;
 }
 
-std::string PanelFixture::litLamps() {
-    std::string lit;
+std::string PanelFixture::face(const QWidget *button) {
+    const std::map<QRgb, std::string> names{{qRgb(224, 224, 224), "grey"},
+                                            {qRgb(214, 241, 194), "green"},
+                                            {qRgb(247, 166, 157), "red"},
+                                            {qRgb(255, 128, 128), "busy"}};
+    return names.at(button->palette().color(QPalette::Button).rgb());
+}
+
+std::string PanelFixture::picked() {
+    std::string marks;
+    for (const char *const group : {"iB", "iV", "iA", " ", "oB", "oV", "oA"}) {
+        std::size_t enabled = 0;
+        const auto buttons = seen(*group == ' ' ? "InputVideoLamp" : Buttons.at(group));
+        for (const auto &[slot, button] : buttons)
+            enabled += button->isEnabled() ? 1 : 0;
+        marks += *group == ' ' || enabled == buttons.size() ? std::string(group).back()
+                 : enabled == 0                             ? '-'
+                                                            : '?';
+    }
     for (const auto &[mark, array] : Lamps) {
-        for (int slot = 1; slot <= 32; ++slot) {
-            const auto *lamp = on<Lamp>(slotName(array, slot));
-            const bool told = lamp->accessibleDescription() == QLatin1String("lit");
-            if (lamp->isVisible() && (lamp->isLit() || told))
-                lit += (lit.empty() ? "" : " ") + mark + std::to_string(slot) +
-                       (lamp->isLit() == told ? "" : "!");
+        for (const auto &[slot, control] : seen(array)) {
+            const bool lit = static_cast<Lamp *>(control)->isLit();
+            const bool told = control->accessibleDescription() == QLatin1String("lit");
+            if (lit || told)
+                marks += " " + mark.substr(1) + std::to_string(slot) + (lit == told ? "" : "!");
         }
     }
-    return lit;
-}
-
-std::string PanelFixture::groups() {
-    std::string marks;
-    for (const char *const side : {"i", "o"}) {
-        for (const char kind : {'B', 'V', 'A'})
-            marks += groupMark(kind, Buttons.at(std::string(side) + kind));
-        marks += marks.size() == 3 ? " " : "";
-    }
-    return marks;
-}
-
-std::string PanelFixture::holders() {
-    return textOf("SelectedOutputsHolder") + "|" + textOf("SelectedAudioOutputsHolder") + "|" +
-           textOf("CurrentInputHolder");
+    return marks + " " + textOf("SelectedOutputsHolder") + "|" +
+           textOf("SelectedAudioOutputsHolder") + "|" + textOf("CurrentInputHolder");
 }
 
 std::string PanelFixture::pending() const {
-    std::string left = litLamps();
-    if (groups() != "BVA BVA")
-        left += " groups " + groups();
-    if (holders() != "||")
-        left += " holders " + holders();
-    if (face("TakeButton") != QColor(224, 224, 224))
+    std::string left = picked() == "BVA BVA ||" ? messages : picked() + messages;
+    if (face(on("TakeButton")) != "grey")
         left += " TAKE is armed";
     if (program.panelState.CurrentInput != 0)
         left += " an input is picked";

@@ -9,25 +9,33 @@
 class PanelFixture : public ProgramFixture {
 public:
     /// The panel is open; what that sent and said is forgotten.
-    explicit PanelFixture(const std::string &model = "KVN-16x16-RGBA", bool overNetwork = false);
-    void open(bool overNetwork = false);
+    explicit PanelFixture(const std::string &model = "KVN-16x16-RGBA", bool network = false);
+    void open();
 
-    /// Clicks marks with blanks between them, or the words take, escape, presets, exit, up, down.
-    static void clicks(const std::string &marks);
+    /// Clicks marks with blanks between them, or the words take, escape, presets, exit, up, down;
+    /// "open" opens the panel again. In the presets: "p5", go, and close, frame or Esc to leave.
+    void clicks(const std::string &marks);
+    /// From now on the unit answers commands that start so with `reply`.
+    void answer(const std::string &command, const std::string &reply);
 
     template <class Control = QWidget> [[nodiscard]] static Control *on(const std::string &name) {
-        return part<Control>("KVN32x32Audio", name.c_str());
+        return part<Control>("KVN32x32Audio", name);
     }
-    [[nodiscard]] static std::string textOf(const std::string &name);
-    [[nodiscard]] static QColor face(const std::string &name);
+    [[nodiscard]] static std::string textOf(const std::string &name) {
+        return text("KVN32x32Audio", name);
+    }
+    /// The texts of the controls of an array that are seen, a blank after each.
+    [[nodiscard]] static std::string textsOf(const std::string &array);
+    /// "grey", "green" and so on.
+    [[nodiscard]] static std::string face(const QWidget *button);
 
-    /// The marks of the lamps that are seen lit, "oV2!" where a screen reader is told otherwise.
-    [[nodiscard]] static std::string litLamps();
-    /// "BVA BVA" when all groups of inputs and outputs are enabled, "-" for a disabled one and "?"
-    /// for one that is neither.
-    [[nodiscard]] static std::string groups();
-    /// The three list holders: "1,2|1F,2F|3 3F".
-    [[nodiscard]] static std::string holders();
-    /// All that is left of a selection or a take; empty when the panel is ready for the next one.
+    /// What is picked: "BVA BVA" for the groups of inputs and outputs, with "-" for a disabled one
+    /// and "?" for one that is neither; then the marks of the lamps that are seen lit, "oV2!" where
+    /// a screen reader is told otherwise; then the three list holders.
+    [[nodiscard]] static std::string picked();
+    /// All that is left of a selection, a take or a fault; empty when all is ready for the next.
     [[nodiscard]] std::string pending() const;
+
+    bool overNetwork;
+    FakeWire &wire = overNetwork ? socket.wire : serialPort.wire;
 };

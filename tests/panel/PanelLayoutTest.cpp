@@ -1,9 +1,7 @@
 #include "PanelLayoutTest.h"
 
 #include "PanelFixture.h"
-#include "support/DataTable.h"
-
-#include <QAction>
+#include "support/checkRows.h"
 
 #include <cmath>
 
@@ -82,69 +80,76 @@ template <class Look> void forEachControl(const Look &look) {
     }
 }
 
-bool textFits(const std::string &name, const char *text) {
+void fits(const std::string &name, const std::string &text) {
     const QWidget *control = PanelFixture::on(name);
+    if (text.empty())
+        return;
     const int frame = qobject_cast<const QLineEdit *>(control) ? 4 : 2;
     const QFontMetrics metrics(control->font());
-    return metrics.horizontalAdvance(QLatin1String(text)) + frame <= control->width() &&
-           metrics.height() <= control->height() + 2;
+    QVERIFY2(metrics.horizontalAdvance(QString::fromStdString(text)) + frame <= control->width() &&
+                 metrics.height() <= control->height() + 2,
+             (name + " " + text).c_str());
 }
 
 } // namespace
 
-void PanelLayoutTest::showsWhatTheUnitHas_data() {
-    const DataTable<int, int, int, int, std::string> row("inputs", "outputs", "firstInput",
-                                                         "firstOutput", "description");
-    row("KVN-8x4-RGBA", 8, 4, 5, 7, "RGB 8 x 4 with Audio");
-    row("KVN-8x4-RGB", 8, 4, 5, 7, "RGB 8 x 4 No Audio");
-    row("KVN-12x8-RGBA", 12, 8, 3, 5, "RGB 12 x 8 with Audio");
-    row("KVN-16x16-RGBA", 16, 16, 1, 1, "RGB 16x16 with Audio");
-    row("KVN-16x16-RGB", 16, 16, 1, 1, "RGB 16x16 No Audio");
-    row("KVN-32x32-RGBA", 32, 32, 1, 1, "RGB 32x32 with Audio");
-    row("KVN-32x32-RGB", 32, 32, 1, 1, "RGB 32x32 No Audio");
-}
-
 void PanelLayoutTest::showsWhatTheUnitHas() {
-    QFETCH(int, inputs);
-    QFETCH(int, outputs);
-    QFETCH(int, firstInput);
-    QFETCH(int, firstOutput);
-    const std::string model = QTest::currentDataTag();
-    const bool audio = model.ends_with('A');
-    PanelFixture kvn(model);
-    QTEST(kvn.textOf("CorvaneTypeLabel"), "description");
-    forEachControl([&](const Row &row, int slot, const std::string &name) {
-        const bool ofInput = name.starts_with("Input") && name.find("Connected") == name.npos;
-        const int number = slot - (ofInput ? firstInput : firstOutput) + 1;
-        const bool exists = number >= 1 && number <= (ofInput ? inputs : outputs);
-        const bool seen = (exists || !row.secondRow) && row.seen != Seen::Never &&
-                          (audio || row.seen == Seen::Always);
-        const QWidget *control = kvn.on(name);
-        QVERIFY2(control->isVisible() == seen && isAt(control, row, slot), name.c_str());
-        if (!seen)
-            return;
-        std::string caption = row.caption[0] == '#' ? std::to_string(number) : row.caption;
-        if (!audio && caption == "Vid/Aud")
-            caption = "Video";
-        if (!caption.empty())
-            QCOMPARE(kvn.textOf(name), caption);
-        if (*row.spoken)
-            QCOMPARE(control->accessibleName().toStdString(),
-                     (ofInput ? "Input " : "Output ") + std::to_string(number) + " " + row.spoken);
-    });
-    for (const char *const name : {"SelectedOutputsHolder", "SelectedAudioOutputsHolder",
-                                   "CurrentInputHolder", "OutputVidAudButtons_0"})
-        QVERIFY2(!kvn.on(name)->isVisible(), name);
+    const auto shows = [](const std::string &model) {
+        PanelFixture kvn(model);
+        const bool audio = model.ends_with('A');
+        const bool small = kvn.unit.outputs() == 4;
+        forEachControl([&](const Row &row, int slot, const std::string &name) {
+            const bool ofInput = name.starts_with("Input") && name.find("Connected") == name.npos;
+            const int number = slot - (small ? ofInput ? 4 : 6 : 0);
+            const bool exists =
+                number >= 1 && number <= (ofInput ? kvn.unit.inputs() : kvn.unit.outputs());
+            const bool seen = (exists || !row.secondRow) && row.seen != Seen::Never &&
+                              (audio || row.seen == Seen::Always);
+            const QWidget *control = kvn.on(name);
+            QVERIFY2(control->isVisible() == seen && isAt(control, row, slot), name.c_str());
+            if (!seen)
+                return;
+            std::string caption = row.caption[0] == '#' ? std::to_string(number) : row.caption;
+            if (!audio && caption == "Vid/Aud")
+                caption = "Video";
+            if (!caption.empty())
+                QCOMPARE(kvn.textOf(name), caption);
+            if (*row.spoken)
+                QCOMPARE(control->accessibleName().toStdString(), (ofInput ? "Input " : "Output ") +
+                                                                      std::to_string(number) + " " +
+                                                                      row.spoken);
+            fits(name, kvn.textOf(name));
+        });
+        std::string hidden;
+        for (const char *const name : {"SelectedOutputsHolder", "SelectedAudioOutputsHolder",
+                                       "CurrentInputHolder", "OutputVidAudButtons_0"})
+            hidden += kvn.on(name)->isVisible() ? name : "";
+        return kvn.textOf("CorvaneTypeLabel") + hidden;
+    };
+    checkRows({{"KVN-8x4-RGBA", "RGB 8 x 4 with Audio"},
+               {"KVN-8x4-RGB", "RGB 8 x 4 No Audio"},
+               {"KVN-16x16-RGBA", "RGB 16x16 with Audio"},
+               {"KVN-16x16-RGB", "RGB 16x16 No Audio"},
+               {"KVN-32x32-RGBA", "RGB 32x32 with Audio"},
+               {"KVN-32x32-RGB", "RGB 32x32 No Audio"}},
+              shows);
 }
 
-void PanelLayoutTest::scales() {
+void PanelLayoutTest::scalesAndHoldsTheLongestTexts() {
     PanelFixture kvn("KVN-32x32-RGBA");
+    kvn.clickAnything("KVN32x32Audio", "OutputVolumeValue_32");
+    for (const auto &[name, text] : std::initializer_list<std::pair<const char *, const char *>>{
+             {"OutputNumberLabel_32", "Out32"},
+             {"MuteButton_32", "MUTED"},
+             {"OutputVolumeValue_32", "Vol -45"},
+             {"InputAudioConnected_32", "NC"},
+             {"VolumeDownButton", "Volume Down"}})
+        fits(name, text);
     auto *window = kvn.window("KVN32x32Audio");
     const QWidget *button = kvn.on("InputVideoAudioButtons_32");
-    const QWidget *sheet = button->parentWidget();
-    QCOMPARE(sheet->size(), QSize(931, 690));
+    QCOMPARE(button->parentWidget()->size(), QSize(931, 690));
     const int before = button->fontMetrics().horizontalAdvance(QStringLiteral("Vid/Aud"));
-    window->resize(931 * 3 / 2, 690 * 3 / 2 + window->height() - sheet->height());
+    window->resize(931 * 3 / 2, 690 / 2 + window->height());
     QCoreApplication::processEvents();
     forEachControl([&](const Row &row, int slot, const std::string &name) {
         QVERIFY2(isAt(kvn.on(name), row, slot, 1.5), name.c_str());
@@ -153,82 +158,27 @@ void PanelLayoutTest::scales() {
     QVERIFY(after * 10 > before * 13);
 }
 
-void PanelLayoutTest::textsFit_data() {
-    const DataTable<std::string> row("text");
-    row("InputVideoAudioButtons_32", "Vid/Aud");
-    row("InputVideoButtons_32", "V");
-    row("OutputNumberLabel_32", "Out32");
-    row("MuteButton_32", "MUTED");
-    row("OutputVolumeValue_32", "Vol -45");
-    row("InputAudioConnected_32", "NC");
-    row("CorvaneTypeLabel", "RGB 32x32 with Audio");
-    row("ZarnConnectedLabel", "Connected on COM7");
-    row("GoToPresets", "Execute Presets");
-    row("VolumeDownButton", "Volume Down");
-    row("OutputVolumeLabel", "Output Out32 volume");
-}
-
-void PanelLayoutTest::textsFit() {
-    PanelFixture kvn("KVN-32x32-RGBA");
-    kvn.clicks("escape");
-    kvn.clickAnything("KVN32x32Audio", "OutputVolumeValue_32");
-    QFETCH(std::string, text);
-    QVERIFY(textFits(QTest::currentDataTag(), text.c_str()));
-}
-
-void PanelLayoutTest::tabGoesDownAndRight_data() {
-    const DataTable<int> row("stops");
-    row("KVN-8x4-RGBA", 8 * 3 + 4 * 7 + 6);
-    row("KVN-16x16-RGB", 16 + 16 * 2 + 4);
-    row("KVN-32x32-RGBA", 32 * 3 + 32 * 7 + 6);
-}
-
 void PanelLayoutTest::tabGoesDownAndRight() {
-    PanelFixture kvn(QTest::currentDataTag());
-    kvn.clickAnything("KVN32x32Audio", "OutputVolumeValue_7"); // brings the volume buttons
-    const auto *window = kvn.window("KVN32x32Audio");
-    std::vector<QWidget *> stops;
-    kvn.on("InputVideoAudioButtons_5")->setFocus();
-    do {
-        stops.push_back(window->focusWidget());
-        QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
-    } while (window->focusWidget() != stops.front() && stops.size() < 1000);
-    QTEST(static_cast<int>(stops.size()), "stops");
-
-    int turns = 0;
-    for (std::size_t stop = 0; stop < stops.size(); ++stop) {
-        const QPoint from = stops[stop]->geometry().center();
-        const QPoint to = stops[(stop + 1) % stops.size()]->geometry().center();
-        const bool sameRow = std::abs(to.y() - from.y()) < 5;
-        turns += (sameRow ? to.x() > from.x() : to.y() > from.y()) ? 0 : 1;
-        QVERIFY2(turns <= 1, qPrintable(stops[stop]->objectName()));
-    }
-}
-
-void PanelLayoutTest::clicksLeaveTheFocus() {
-    PanelFixture kvn;
-    QWidget *const focused = kvn.on("GoToPresets");
-    focused->setFocus();
-    for (const char *const name :
-         {"InputVideoAudioButtons_3", "OutputVidAudButtons_1", "InputVideoConnected_1",
-          "OutputVolumeValue_1", "VolumeUpButton", "MuteButton_1", "TakeButton", "ClearButton"}) {
-        kvn.clickAnything("KVN32x32Audio", name);
-        QCOMPARE(kvn.window("KVN32x32Audio")->focusWidget(), focused);
-    }
-    QVERIFY(kvn.takeWritten().ends_with("Con 3(1)3F (1)\rSTA O A\rSTA O A\r"));
-}
-
-void PanelLayoutTest::showsTheSavedName() {
-    PanelFixture kvn;
-    const QWidget *label = kvn.on("KVNNameLabel");
-    kvn.clicks("exit");
-    kvn.program.panelState.SelectedUnitName = "Hall";
-    kvn.open(); // by the button, which forgets the name
-    QVERIFY(!label->isVisible());
-    kvn.clicks("exit");
-    kvn.program.panelState.SelectedUnitName = "Hall";
-    kvn.connectInDialog(false);
-    kvn.control<QAction>("frmMain", QStringLiteral("Connect2Corvane"))->trigger();
-    QVERIFY(label->isVisible());
-    QCOMPARE(kvn.textOf("KVNNameLabel"), std::string("Hall"));
+    const auto walk = [](const std::string &model) {
+        PanelFixture kvn(model);
+        kvn.clickAnything("KVN32x32Audio", "OutputVolumeValue_7"); // brings the volume buttons
+        const auto *window = kvn.window("KVN32x32Audio");
+        QWidget *const start = kvn.on("InputVideoAudioButtons_5");
+        start->setFocus();
+        int stops = 0;
+        int turns = 0;
+        do {
+            const QPoint from = window->focusWidget()->geometry().center();
+            kvn.clickAnything("KVN32x32Audio", "OutputVolumeValue_7"); // leaves the focus
+            QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+            const QPoint to = window->focusWidget()->geometry().center();
+            const bool sameRow = std::abs(to.y() - from.y()) < 5;
+            turns += (sameRow ? to.x() > from.x() : to.y() > from.y()) ? 0 : 1;
+        } while (window->focusWidget() != start && ++stops < 1000);
+        return std::to_string(stops + 1) + " stops, " + std::to_string(turns) + " turn";
+    };
+    checkRows({{"KVN-8x4-RGBA", std::to_string(8 * 3 + 4 * 7 + 6) + " stops, 1 turn"},
+               {"KVN-16x16-RGB", std::to_string(16 + 16 * 2 + 4) + " stops, 1 turn"},
+               {"KVN-32x32-RGBA", std::to_string(32 * 3 + 32 * 7 + 6) + " stops, 1 turn"}},
+              walk);
 }

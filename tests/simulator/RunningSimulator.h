@@ -2,41 +2,52 @@
 
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTcpSocket>
 
-#include <memory>
+#include <csignal>
 
-/// The simulator program with its output. Ends with this object, if not before.
+/// The simulator program as a process of its own. It is killed when this object ends, as a unit
+/// that loses its power.
 class RunningSimulator {
 public:
-    static constexpr int PatienceMs = 10'000;
-
-    explicit RunningSimulator(const QStringList &arguments);
-    ~RunningSimulator();
+    /// Starts it and waits until it listens or has ended.
+    /// @param arguments its command line, separated by blanks
+    explicit RunningSimulator(const QByteArray &arguments) {
+        process.start(qEnvironmentVariable("KVN_BIN") + QStringLiteral("/KVNSimulator"),
+                      QString::fromLocal8Bit(arguments).split(u' ', Qt::SkipEmptyParts));
+        waitFor("^Listening (on)");
+    }
+    ~RunningSimulator() { exitStatus(SIGKILL); }
     RunningSimulator(const RunningSimulator &) = delete;
     RunningSimulator &operator=(const RunningSimulator &) = delete;
 
-    /// Waits until the output has a line that fits `pattern`; its first group, or nothing if none
-    /// came in time.
-    QString waitForLine(const QString &pattern);
+    /// Waits until the output fits `pattern`; its first group, or nothing if it never does.
+    QString waitFor(const char *pattern) {
+        const QRegularExpression expression(QLatin1String(pattern),
+                                            QRegularExpression::MultilineOption);
+        while (true) {
+            const auto match = expression.match(QString::fromLatin1(output()));
+            if (match.hasMatch() || !process.waitForReadyRead(10'000))
+                return match.captured(1);
+        }
+    }
 
-    /// A socket that is connected to the port of the first line; null if it cannot be.
-    std::unique_ptr<QTcpSocket> connectByTcp();
+    /// The port that it listens on.
+    int tcpPort() { return waitFor("tcp 127\\.0\\.0\\.1:(\\d+)\n").toInt(); }
 
-    /// Sends `signal`; whether the program has ended with status 0 in time.
-    bool endBy(int signal);
+    /// Waits for the end, asks for it first if there is a `signal`.
+    /// @return the exit status, -1 if it crashed or did not end in time
+    int exitStatus(int signal = 0) {
+        if (signal != 0 && process.state() != QProcess::NotRunning)
+            ::kill(static_cast<pid_t>(process.processId()), signal);
+        const bool ended =
+            process.waitForFinished(10'000) || process.state() == QProcess::NotRunning;
+        return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
 
-    /// Waits for the end: the exit status, -1 if it crashed or did not end in time.
-    int exitStatus();
-
-    /// All of the output so far.
-    QByteArray output();
+    QByteArray output() { return written += process.readAllStandardOutput(); }
     QByteArray errors() { return process.readAllStandardError(); }
 
 private:
     QProcess process;
     QByteArray written;
 };
-
-/// Reads until `count` bytes came or the peer hung up or patience ended.
-QByteArray readBytes(QTcpSocket &socket, qsizetype count);

@@ -10,24 +10,18 @@ public:
     std::map<std::string, std::string> contentsOf; ///< by path
     std::string failure;                           ///< what every replace fails with; empty: none
 
-    [[nodiscard]] bool exists(const std::string &path) const override {
-        return contentsOf.contains(path);
-    }
-    [[nodiscard]] std::string read(const std::string &path, std::string &contents) const override {
+    bool exists(const std::string &path) const override { return contentsOf.contains(path); }
+    std::string read(const std::string &path, std::string &contents) const override {
         contents = contentsOf.at(path);
         return {};
     }
-    [[nodiscard]] std::string replace(const std::string &path, std::string_view contents,
-                                      const std::string &backupPath) override {
-        if (!failure.empty())
-            return failure;
-        if (exists(path))
-            contentsOf[backupPath] = contentsOf[path];
-        contentsOf[path] = contents;
-        return {};
+    std::string replace(const std::string &path, std::string_view contents,
+                        const std::string & /*backupPath*/) override {
+        if (failure.empty())
+            contentsOf[path] = contents;
+        return failure;
     }
-    [[nodiscard]] std::string join(const std::string &folder,
-                                   const std::string &name) const override {
+    std::string join(const std::string &folder, const std::string &name) const override {
         return folder + "/" + name;
     }
 };

@@ -6,7 +6,7 @@
 #include <vector>
 
 /// A user who reads every message at once and closes every question unanswered.
-class FakeMessages final : public Messages {
+class FakeMessages : public Messages {
 public:
     std::vector<std::string> shown;
     std::vector<std::string> asked;

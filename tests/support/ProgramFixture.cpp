@@ -3,7 +3,6 @@
 #include "support/LinkFixture.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QtTest/QtTest>
 
 ProgramFixture::ProgramFixture(UnitOptions options)
@@ -15,43 +14,12 @@ ProgramFixture::ProgramFixture(UnitOptions options)
     program.start();
 }
 
-QWidget *ProgramFixture::window(const char *name) {
+QWidget *ProgramFixture::window(const std::string &name) {
     for (QWidget *candidate : QApplication::topLevelWidgets()) {
-        if (candidate->objectName() == QLatin1String(name))
+        if (candidate->objectName().toStdString() == name)
             return candidate;
     }
     return nullptr;
-}
-
-void ProgramFixture::click(const char *windowName, const QString &name) {
-    auto *button = control<>(windowName, name);
-    QVERIFY2(button, qPrintable(name));
-    QVERIFY2(button->isVisible() && button->isEnabled(), qPrintable(name));
-    QTest::mouseClick(button, Qt::LeftButton);
-}
-
-bool ProgramFixture::isShown(const char *windowName) { return window(windowName)->isVisible(); }
-
-QString ProgramFixture::labelText(const char *windowName, const QString &name) {
-    return control<QLabel>(windowName, name)->text();
-}
-
-void ProgramFixture::answerMessages() {
-    pump.eachTurn = [this] {
-        QCoreApplication::processEvents();
-        if (isShown("dlgOK")) {
-            messages.push_back(labelText("dlgOK", QStringLiteral("OKLabel")));
-            click("dlgOK", QStringLiteral("OKButton"));
-        }
-    };
-}
-
-void ProgramFixture::clickAnything(const char *windowName, const char *name) {
-    QTest::mouseClick(part(windowName, name), Qt::LeftButton);
-}
-
-std::string ProgramFixture::messageTexts() const {
-    return QStringList(messages.begin(), messages.end()).join(QLatin1String(" | ")).toStdString();
 }
 
 std::string ProgramFixture::visibleWindows() {
@@ -64,36 +32,45 @@ std::string ProgramFixture::visibleWindows() {
     return names.join(QLatin1Char(' ')).toStdString();
 }
 
+void ProgramFixture::click(const char *windowName, const std::string &name) {
+    const auto *button = part<QAbstractButton>(windowName, name);
+    QVERIFY2(button && button->isVisible() && button->isEnabled(), name.c_str());
+    clickAnything(windowName, name);
+}
+
+void ProgramFixture::clickAnything(const char *windowName, const std::string &name) {
+    QTest::mouseClick(part(windowName, name), Qt::LeftButton);
+}
+
+void ProgramFixture::answerMessages() {
+    pump.eachTurn = [this] {
+        QCoreApplication::processEvents();
+        if (isShown("dlgOK")) {
+            messages += (messages.empty() ? "" : " | ") + text("dlgOK", "OKLabel");
+            click("dlgOK", "OKButton");
+        }
+    };
+}
+
 void ProgramFixture::connectInDialog(bool overNetwork) {
-    const auto onSerial = [this] {
-        QTest::mouseClick(control<>("dlgConnect", QStringLiteral("ConnectSerialOption")),
-                          Qt::LeftButton);
-        auto *ports = control<QComboBox>("dlgConnect", QStringLiteral("SerialPortsCombo"));
-        QTest::keyClick(ports, Qt::Key_Down);
-        pump.in(0.1, [] { click("dlgConnect", QStringLiteral("Connect2SerialButton")); });
-    };
-    const auto onNetwork = [] {
-        QTest::mouseClick(control<>("dlgConnect", QStringLiteral("ConnectIPOption")),
-                          Qt::LeftButton);
+    pump.in(0.1, [this, overNetwork] {
+        clickAnything("dlgConnect", overNetwork ? "ConnectIPOption" : "ConnectSerialOption");
+        if (!overNetwork) {
+            QTest::keyClick(part("dlgConnect", "SerialPortsCombo"), Qt::Key_Down);
+            pump.in(0.1, [] { click("dlgConnect", "Connect2SerialButton"); });
+            return;
+        }
         for (int box = 0; box < 4; ++box)
-            QTest::keyClicks(control<QLineEdit>("dlgConnect",
-                                                QStringLiteral("IPAddressQuadConnect_%1").arg(box)),
-                             QStringLiteral("%1").arg(10 + box));
-        click("dlgConnect", QStringLiteral("Connect2IPButton"));
-    };
-    pump.in(0.1, overNetwork ? std::function<void()>(onNetwork) : onSerial);
+            QTest::keyClicks(part("dlgConnect", "IPAddressQuadConnect_" + std::to_string(box)),
+                             QString::number(10 + box));
+        click("dlgConnect", "Connect2IPButton");
+    });
 }
 
-void ProgramFixture::openPanelOverSerial() {
+void ProgramFixture::openPanel(bool overNetwork) {
     answerMessages();
-    connectInDialog(false);
-    click("frmMain", QStringLiteral("MainControlButton_0"));
-}
-
-void ProgramFixture::openPanelOverNetwork() {
-    answerMessages();
-    connectInDialog(true);
-    click("frmMain", QStringLiteral("MainControlButton_0"));
+    connectInDialog(overNetwork);
+    click("frmMain", "MainControlButton_0");
 }
 
 std::string ProgramFixture::takeWritten() {

@@ -4,12 +4,28 @@
 #include "support/DataTable.h"
 #include "support/toString.h"
 #include "units/SavedUnitsFile.h"
+#include "units/SavedUnitsText.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <fstream>
+
 namespace {
+
+const std::string Serial = "KVN NAME = A\r\nKVN TYPE = SERIAL\r\n";
+
+/// Reads a text into the units and tells whether it all went in, and the units.
+std::string read(SavedUnits &units, const std::string &text) {
+    std::array<std::string, 5> quads;
+    std::string all = ReadSavedUnitsText(units, text, quads) ? "" : "too many ";
+    for (int index = 1; index <= units.ControlBlockCount; ++index) {
+        const KVNControlBlock &block = units.KVNControlBlocks[index];
+        all += "[" + block.Name + "/" + block.ConnectType + "/" + block.IPAddress + "]";
+    }
+    return all;
+}
 
 /// A program's folder on disk with its saved units.
 struct Folder {
@@ -19,72 +35,93 @@ struct Folder {
     LinkState link;
     SavedUnitsFile file{units, link, files, folder.path().toStdString()};
 
-    [[nodiscard]] QString path(const char *name) const {
-        return folder.filePath(QLatin1String(name));
+    [[nodiscard]] std::string path(const char *ending) const {
+        return folder.path().toStdString() + "/KVNConfigurator." + ending;
     }
-    [[nodiscard]] QByteArray contents(const char *name) const {
-        QFile read(path(name));
-        return read.open(QIODevice::ReadOnly) ? read.readAll() : QByteArray("no file");
-    }
-    void put(const char *name, const QByteArray &text) const {
-        QFile write(path(name));
-        QVERIFY(write.open(QIODevice::WriteOnly));
-        write.write(text);
-    }
-    void addUnit(const std::string &name) {
-        units.KVNControlBlocks[++units.ControlBlockCount] = {name, SerialType, {}};
+    /// What the saved units and their backup hold, "|" between them.
+    [[nodiscard]] std::string contents() const {
+        std::string all;
+        for (const char *const ending : {"ini", "bak"}) {
+            QFile saved(QString::fromStdString(path(ending)));
+            all += saved.open(QIODevice::ReadOnly) ? saved.readAll().toStdString() : "";
+            all += *ending == 'i' ? "|" : "";
+        }
+        return all;
     }
 };
 
 } // namespace
 
-void SavedUnitsFileTest::readingAloneChangesNothing() {
-    Folder kvn;
-    QCOMPARE(kvn.file.CheckGetIniFile(), std::string());
-    QVERIFY(QDir(kvn.folder.path()).isEmpty());
-    kvn.put("KVNConfigurator.ini", "rubbish\rKVN NAME = A");
-    QCOMPARE(kvn.file.CheckGetIniFile(), std::string());
-    QCOMPARE(kvn.units.ControlBlockCount, 1);
-    QCOMPARE(kvn.contents("KVNConfigurator.ini"), QByteArray("rubbish\rKVN NAME = A"));
-    QCOMPARE(kvn.contents("KVNConfigurator.bak"), QByteArray("no file"));
+void SavedUnitsFileTest::readsAndWritesBack_data() {
+    const DataTable<std::string, std::string, std::string> row("text", "units", "written");
+    const std::string b = "KVN NAME = B\r\nKVN TYPE = ETHER\r\n";
+    const std::string padded = b + "KVN IP = 192.168.1.20  \r\n";
+    row("empty", "", "", "");
+    row("both kinds", Serial + b + "KVN IP = 192.168.1.20\r\n",
+        "[A/SERIAL/][B/ETHER/192.168.1.20  ]", Serial + padded);
+    row("padding is stable", padded, "[B/ETHER/192.168.1.20  ]", padded);
+    row("one digit", b + "KVN IP = 10.0.0.5", "[B/ETHER/10.0.0.5   ]",
+        b + "KVN IP = 10.0.0.5   \r\n");
+    row("carriage returns only", "KVN NAME = A\rKVN TYPE = SERIAL\r", "[A/SERIAL/]", Serial);
+    row("foreign lines", "; note\n\nZARN IP = 1.2.3.4\nKVN NAME =A\nkvn name = A\n" + Serial,
+        "[A/SERIAL/]", Serial);
+    row("empty name", "KVN NAME = \nKVN TYPE = SERIAL\n" + Serial, "[/SERIAL/][A/SERIAL/]", Serial);
+    row("type before any name", "KVN TYPE = ETHER\nKVN IP = 1.2.3.4\n" + Serial, "[A/SERIAL/]",
+        Serial);
+    row("last type counts", "KVN NAME = A\nKVN TYPE = ETHER\nKVN TYPE = SERIAL\n", "[A/SERIAL/]",
+        Serial);
+    row("blanks of a name stay", "KVN NAME =  A \n", "[ A //]",
+        "KVN NAME =  A \r\nKVN TYPE = \r\n");
+    row("binary and endless", std::string("\0\xff\x80", 3) + std::string(1 << 20, 'x'), "", "");
 }
 
-void SavedUnitsFileTest::keepsTheFileBefore() {
+void SavedUnitsFileTest::readsAndWritesBack() {
+    QFETCH(std::string, text);
+    SavedUnits units;
+    QTEST(read(units, text), "units");
+    QTEST(writeSavedUnitsText(units), "written");
+}
+
+void SavedUnitsFileTest::stopsAfterTheLastSlotAndKeepsWhatItHeld() {
+    std::string text;
+    for (int number = 0; number < 26; ++number)
+        text += Serial;
+    SavedUnits units;
+    QVERIFY(read(units, text).starts_with("too many [A/SERIAL/]"));
+    QCOMPARE(units.ControlBlockCount, 25);
+    SavedUnits twice;
+    read(twice, "KVN NAME = A\nKVN TYPE = ETHER\nKVN IP = 1.2.3.4\n");
+    QCOMPARE(read(twice, "KVN NAME = B\nKVN TYPE = ETHER\n"), std::string("[B/ETHER/1.2.3.4   ]"));
+}
+
+void SavedUnitsFileTest::savesWithABackup() {
     Folder kvn;
-    kvn.put("KVNConfigurator.ini", "; a line of the user\r\n");
-    kvn.addUnit("Studio \xC4");
+    QCOMPARE(kvn.file.CheckGetIniFile() + kvn.contents(), std::string("|"));
+    std::ofstream(kvn.path("ini"), std::ios::binary) << "rubbish\rKVN NAME = \xC4";
+    QCOMPARE(kvn.file.CheckGetIniFile() + kvn.contents(), std::string("rubbish\rKVN NAME = \xC4|"));
     QCOMPARE(kvn.file.Write2Disk(), std::string());
-    QCOMPARE(kvn.contents("KVNConfigurator.ini"),
-             QByteArray("KVN NAME = Studio \xC4\r\nKVN TYPE = SERIAL\r\n"));
-    QCOMPARE(kvn.contents("KVNConfigurator.bak"), QByteArray("; a line of the user\r\n"));
+    QCOMPARE(kvn.contents(),
+             std::string("KVN NAME = \xC4\r\nKVN TYPE = \r\n|rubbish\rKVN NAME = \xC4"));
     QCOMPARE(QDir(kvn.folder.path()).entryList(QDir::Files).size(), 2);
-}
-
-void SavedUnitsFileTest::aFailedSaveTellsAndKeepsAll_data() {
-    const DataTable<QByteArray> row("inTheWay");
-    row("file", "KVNConfigurator.ini");
-    row("backup", "KVNConfigurator.bak");
 }
 
 // A folder in the place of a file stops everybody, the administrator too.
 void SavedUnitsFileTest::aFailedSaveTellsAndKeepsAll() {
-    QFETCH(QByteArray, inTheWay);
-    Folder kvn;
-    const bool backup = inTheWay.endsWith("bak");
-    if (backup)
-        kvn.put("KVNConfigurator.ini", "KVN NAME = Old\r\n");
-    QVERIFY(QDir(kvn.folder.path()).mkdir(QLatin1String(inTheWay)));
-    kvn.addUnit("New");
-
-    const std::string failure = kvn.file.Write2Disk();
-    QVERIFY(failure.find(kvn.path(inTheWay.constData()).toStdString()) != std::string::npos);
-    QVERIFY(kvn.units.UnsavedChanges);
-    QCOMPARE(kvn.file.CheckGetIniFile(), std::string());
-    QCOMPARE(kvn.units.KVNControlBlocks[1].Name, std::string("New"));
-    if (backup)
-        QCOMPARE(kvn.contents("KVNConfigurator.ini"), QByteArray("KVN NAME = Old\r\n"));
-
-    QVERIFY(QDir(kvn.folder.path()).rmdir(QLatin1String(inTheWay)));
-    QCOMPARE(kvn.file.Write2Disk(), std::string());
-    QVERIFY(kvn.contents("KVNConfigurator.ini").startsWith("KVN NAME = New"));
+    for (const char *const inTheWay : {"ini", "bak"}) {
+        Folder kvn;
+        const std::string before = *inTheWay == 'b' ? "KVN NAME = Old\r\n" : "";
+        if (!before.empty())
+            std::ofstream(kvn.path("ini"), std::ios::binary) << before;
+        const QString path = QString::fromStdString(kvn.path(inTheWay));
+        QVERIFY(QDir().mkdir(path));
+        kvn.units.KVNControlBlocks[++kvn.units.ControlBlockCount] = {"New", SerialType, {}};
+        QVERIFY(kvn.file.Write2Disk().find(path.toStdString()) != std::string::npos);
+        QVERIFY(kvn.units.UnsavedChanges);
+        QCOMPARE(kvn.file.CheckGetIniFile() + kvn.units.KVNControlBlocks[1].Name,
+                 std::string("New"));
+        QCOMPARE(kvn.contents(), before + "|");
+        QVERIFY(QDir().rmdir(path));
+        QCOMPARE(kvn.file.Write2Disk(), std::string());
+        QCOMPARE(kvn.contents(), "KVN NAME = New\r\nKVN TYPE = SERIAL\r\n|" + before);
+    }
 }

@@ -6,8 +6,9 @@ class SavedUnitsFileTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void readingAloneChangesNothing();
-    void keepsTheFileBefore();
-    void aFailedSaveTellsAndKeepsAll_data();
+    void readsAndWritesBack_data();
+    void readsAndWritesBack();
+    void stopsAfterTheLastSlotAndKeepsWhatItHeld();
+    void savesWithABackup();
     void aFailedSaveTellsAndKeepsAll();
 };
