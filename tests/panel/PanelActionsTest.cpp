@@ -110,8 +110,11 @@ void PanelActionsTest::takes() {
                 (!model.ends_with('A') || (kvn.textsOf("InputVideoConnected") == outputs[1] &&
                                            kvn.textsOf("InputAudioConnected") == outputs[2] &&
                                            kvn.textsOf("MuteButton") == outputs[3]));
-            result = kvn.takeWritten() + result + (shown ? "" : " shown wrongly") + kvn.pending();
-            return result.replace(result.rfind(Queries), Queries.size(), "");
+            result.insert(0, kvn.takeWritten()).append(shown ? "" : " shown wrongly");
+            const auto queries = result.rfind(Queries);
+            return queries == std::string::npos
+                       ? "not asked: " + result
+                       : result.erase(queries, Queries.size()).append(kvn.pending());
         };
         checkRows({{"16x16-RGBA iB3 oB1 oB2", "Con 3(1,2)3F (1,2) busy"},
                    {"16x16-RGBA iV3 oV9 oV10 oV2", "Con 3(2,9,10) busy"},
@@ -248,10 +251,10 @@ void PanelActionsTest::survivesNestedClicks() {
     for (const bool overNetwork : {false, true}) {
         PanelFixture kvn("KVN-16x16-RGBA", overNetwork);
         kvn.clicks("iB3 oB1 oB2");
-        for (int nested = 0; nested < 100; ++nested)
-            kvn.pump.in(0.01 + 0.02 * nested, [nested] {
+        for (std::size_t nested = 0; nested < 100; ++nested)
+            kvn.pump.in(0.01 + 0.02 * static_cast<double>(nested), [nested] {
                 const std::array buttons{"TakeButton", "MuteButton_2", "ClearButton"};
-                PanelFixture::on<QAbstractButton>(buttons.at(nested % 3U))->click();
+                PanelFixture::on<QAbstractButton>(buttons.at(nested % 3))->click();
             });
         kvn.clicks("take");
         kvn.pump.runFor(5.0, [] { return false; });

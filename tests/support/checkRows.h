@@ -6,5 +6,6 @@
 template <class Result>
 void checkRows(const std::vector<std::array<std::string, 2>> &rows, const Result &result) {
     for (const auto &[given, expected] : rows)
-        QCOMPARE(given + " -> " + result(given), given + " -> " + expected);
+        QCOMPARE(std::string(given).append(" -> ").append(result(given)),
+                 std::string(given).append(" -> ").append(expected));
 }
