@@ -15,7 +15,8 @@ struct UnitOptions {
 
 /// A matrix switcher: its routing, mutes and volumes, and what it answers to commands. The numbers
 /// of inputs and outputs come from the model's name; every unit takes the audio commands, with or
-/// without connectors for them. Inputs and outputs count from 1. Nothing of it depends on time; equal commands to equal units give equal answers.
+/// without connectors for them. Inputs and outputs count from 1. Nothing of it depends on time;
+/// equal commands to equal units give equal answers.
 class Unit {
 public:
     static constexpr std::size_t MaxCommand = 4096; ///< bytes of a command without its terminator
