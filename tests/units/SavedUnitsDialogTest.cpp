@@ -71,7 +71,9 @@ void SavedUnitsDialogTest::setsUpEachOperation() {
             for (const char *name :
                  {"Text3", "AvailCorvanesList", "ConnectChoiceList", "AddCorvaneCommand"})
                 available += kvn.part(Units, name)->isEnabled() ? std::string(" ") + name : "";
-            available += " " + std::to_string(kvn.listed()) + "\n";
+            available += ' ';
+            available += std::to_string(kvn.listed());
+            available += '\n';
             kvn.click(Units, "CancelCommand");
         }
         const std::string list = " Corvane AvailCorvanesList " + std::to_string(saved) + "\n";
