@@ -1,112 +1,125 @@
 #include "simulator/PtyPort.h"
 
 #include <fcntl.h>
-#include <pty.h>
+#include <sys/inotify.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>
+#include <span>
 #include <system_error>
 #include <utility>
 
+namespace fs = std::filesystem;
+
 namespace {
 
-std::string lastError() { return std::system_category().message(errno); }
+int orThrow(int result) {
+    if (result < 0)
+        throw std::system_error(errno, std::generic_category());
+    return result;
+}
 
-void makeRaw(int terminal) {
+// As a serial port is that nobody has open.
+void makeFresh(int terminal) {
     termios settings{};
-    if (tcgetattr(terminal, &settings) == 0) {
-        cfmakeraw(&settings);
-        tcsetattr(terminal, TCSANOW, &settings);
-    }
+    tcgetattr(terminal, &settings);
+    cfmakeraw(&settings);
+    tcsetattr(terminal, TCSANOW, &settings);
+    ::ioctl(terminal, TIOCNXCL);
+}
+
+bool leadsTo(const fs::path &link, const fs::path &target) {
+    std::error_code none;
+    return fs::read_symlink(link, none) == target && !none;
+}
+
+// What a simulator that was killed leaves behind. A pty that is there may be anybody's: numbers are
+// used again.
+bool isStale(const fs::path &link) {
+    return fs::is_symlink(fs::symlink_status(link)) && !fs::exists(link) &&
+           fs::read_symlink(link).parent_path() == "/dev/pts";
 }
 
 } // namespace
 
-PtyPort::PtyPort(const Bench &bench, QObject *parent)
-    : QObject(parent), transcript(bench.transcript), conversation(bench, "serial", *this) {
-    connect(&conversation.line(), &FaultyLine::roomAgain, this, &PtyPort::hear);
+PtyPort::PtyPort(Bench &sharedBench, const fs::path &linkPath)
+    : bench(sharedBench), link(fs::absolute(linkPath)) {
+    open();
 }
 
-std::string PtyPort::open(const std::string &path) {
-    int masterSide = -1;
-    int slaveSide = -1;
+PtyPort::~PtyPort() { removeLink(); }
+
+void PtyPort::open() {
+    // Before there is a pty that a stale link might lead to by chance.
+    removeLink();
+    if (isStale(link))
+        fs::remove(link);
+    if (fs::exists(fs::symlink_status(link)))
+        throw std::runtime_error(
+            "something is there, and not a link to a pseudo terminal that is gone");
+
+    FileDescriptor master(orThrow(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)));
     std::array<char, 64> name{};
-    if (openpty(&masterSide, &slaveSide, nullptr, nullptr, nullptr) != 0)
-        return lastError();
-    master = FileDescriptor(masterSide);
-    slave = FileDescriptor(slaveSide);
-    if (ptsname_r(masterSide, name.data(), name.size()) != 0 ||
-        fcntl(masterSide, F_SETFL, O_NONBLOCK) != 0 ||
-        fcntl(masterSide, F_SETFD, FD_CLOEXEC) != 0 || fcntl(slaveSide, F_SETFD, FD_CLOEXEC) != 0)
-        return lastError();
-    makeRaw(slaveSide);
+    if (::grantpt(master.get()) != 0 || ::unlockpt(master.get()) != 0 ||
+        ::ptsname_r(master.get(), name.data(), name.size()) != 0)
+        throw std::system_error(errno, std::generic_category());
+    slave = FileDescriptor(orThrow(::open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC)));
+    makeFresh(slave.get());
     deviceName = name.data();
-    linkPath = path;
 
-    watch = std::make_unique<DeviceWatch>(deviceName);
-    connect(watch.get(), &DeviceWatch::lastClosed, this, &PtyPort::forgetPeer);
-    readable = std::make_unique<QSocketNotifier>(masterSide, QSocketNotifier::Read);
-    connect(readable.get(), &QSocketNotifier::activated, this, &PtyPort::hear);
-    writable = std::make_unique<QSocketNotifier>(masterSide, QSocketNotifier::Write);
-    writable->setEnabled(false);
-    connect(writable.get(), &QSocketNotifier::activated, this, &PtyPort::send);
-    return link.make(path, deviceName);
+    // A pty that is kept open here shows in no other way who uses it.
+    openCount = 0;
+    visited.reset();
+    visits = FileDescriptor(orThrow(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)));
+    orThrow(::inotify_add_watch(visits.get(), name.data(), IN_OPEN | IN_CLOSE));
+    visited = std::make_unique<QSocketNotifier>(visits.get(), QSocketNotifier::Read);
+    connect(visited.get(), &QSocketNotifier::activated, this, &PtyPort::followPeers);
+
+    peer = new Peer(bench, "serial", std::move(master), this);
+    // A new peer's bytes are never taken for those of the one before.
+    connect(peer, &Peer::hearing, this, &PtyPort::followPeers);
+    connect(peer, &Peer::ended, this, &PtyPort::openAgain);
+    fs::create_directories(link.parent_path());
+    fs::create_symlink(deviceName, link);
 }
 
-void PtyPort::write(const QByteArray &bytes) {
-    outgoing += bytes;
-    send();
-}
-
-void PtyPort::hangUp() {
-    // Called by way of the line's timer, never by one of the notifiers that go here.
-    readable.reset();
-    writable.reset();
-    watch.reset();
-    outgoing.clear();
-    conversation.reset();
-    slave = FileDescriptor();
-    master = FileDescriptor();
-    const std::string error = open(linkPath);
-    if (!error.empty())
-        transcript.note("serial: the link cannot be made again: " +
-                        QByteArray::fromStdString(error));
-}
-
-void PtyPort::hear() {
-    if (watch)
-        watch->check();
-    std::array<char, static_cast<std::size_t>(Conversation::Bite)> bytes{};
-    bool room = true;
-    while ((room = conversation.line().hasRoom())) {
-        const ssize_t got = ::read(master.get(), bytes.data(), bytes.size());
-        if (got <= 0)
-            break;
-        conversation.hear(QByteArray(bytes.data(), got));
+void PtyPort::openAgain() {
+    visited.reset();
+    peer->deleteLater();
+    try {
+        open();
+    } catch (const std::exception &error) {
+        bench.transcript.note("serial: the link cannot be made again: " + QByteArray(error.what()));
     }
-    // The system holds the peer back meanwhile; roomAgain comes here.
-    if (readable)
-        readable->setEnabled(room);
 }
 
-void PtyPort::send() {
-    const ssize_t took = outgoing.isEmpty() ? 0
-                                            : ::write(master.get(), outgoing.constData(),
-                                                      static_cast<std::size_t>(outgoing.size()));
-    if (took > 0)
-        outgoing.remove(0, took);
-    if (writable)
-        writable->setEnabled(!outgoing.isEmpty());
-    if (took > 0)
-        conversation.line().wireTook();
+void PtyPort::removeLink() const {
+    std::error_code ignored;
+    if (leadsTo(link, deviceName))
+        fs::remove(link, ignored);
 }
 
-void PtyPort::forgetPeer() {
-    outgoing.clear();
-    writable->setEnabled(false);
-    conversation.reset();
-    tcflush(slave.get(), TCIFLUSH);
-    makeRaw(slave.get());
-    readable->setEnabled(true);
+void PtyPort::followPeers() {
+    bool closed = false;
+    bool between = false;
+    std::array<inotify_event, 64> events{};
+    ssize_t got = 0;
+    while ((got = ::read(visits.get(), events.data(), sizeof events)) > 0) {
+        const std::size_t count = static_cast<std::size_t>(got) / sizeof(inotify_event);
+        for (const inotify_event &event : std::span(events).first(count)) {
+            const bool opens = event.mask & IN_OPEN;
+            between = between || openCount == 0;
+            openCount = std::max(0, openCount + (opens ? 1 : -1));
+            closed = closed || openCount == 0;
+        }
+    }
+    if (closed)
+        makeFresh(slave.get());
+    if (closed || between) {
+        tcflush(slave.get(), TCIFLUSH);
+        peer->reset();
+    }
 }

@@ -1,47 +1,37 @@
 #pragma once
 
-#include "simulator/Conversation.h"
-#include "simulator/DeviceWatch.h"
-#include "simulator/FileDescriptor.h"
-#include "simulator/PtyLink.h"
-#include "simulator/Wire.h"
+#include "simulator/Peer.h"
 
-#include <memory>
-#include <string>
+#include <filesystem>
 
 /// Lets a peer talk to the unit by a pseudo terminal, which it finds by a symbolic link and uses
-/// like a serial port. The far side is kept open here too, so that peers can come and go.
-class PtyPort : public QObject, private Wire {
+/// like a serial port. The peer's side is kept open here too, so that peers can come and go.
+class PtyPort : public QObject {
     Q_OBJECT
 public:
-    explicit PtyPort(const Bench &bench, QObject *parent = nullptr);
-
-    /// Makes a pty in raw mode and the link to it. A hang-up of the line repeats this, so that
-    /// the link then leads to a new pty.
-    /// @returns what went wrong, empty if nothing did
-    std::string open(const std::string &link);
+    /// Makes a pty in raw mode and the link to it, with the link's folder where there is none. A
+    /// link to a pty that is gone is replaced, nothing else. A hang-up of the line repeats this, so
+    /// that the link then leads to a new pty.
+    /// @throws std::runtime_error if the pty or the link cannot be made
+    PtyPort(Bench &sharedBench, const std::filesystem::path &linkPath);
+    /// Removes the link, unless somebody has pointed it elsewhere.
+    ~PtyPort() override;
 
     /// The path of the pty that the link leads to.
     [[nodiscard]] const std::string &device() const { return deviceName; }
 
 private:
-    void write(const QByteArray &bytes) override;
-    [[nodiscard]] qint64 unsent() const override { return outgoing.size(); }
-    void hangUp() override;
-    void hear();
-    void send();
-    void forgetPeer();
+    void open();
+    void openAgain();
+    void removeLink() const;
+    void followPeers();
 
-    Transcript &transcript;
-    Conversation conversation;
-    std::string linkPath;
+    Bench &bench;
+    std::filesystem::path link; // absolute: stays right should the working folder change
     std::string deviceName;
-    PtyLink link;
-    FileDescriptor master;
     FileDescriptor slave;
-    QByteArray outgoing;
-    // Behind the descriptors that they watch, to be gone before them.
-    std::unique_ptr<DeviceWatch> watch;
-    std::unique_ptr<QSocketNotifier> readable;
-    std::unique_ptr<QSocketNotifier> writable;
+    FileDescriptor visits; // inotify's word of who opens and closes the pty
+    std::unique_ptr<QSocketNotifier> visited;
+    int openCount = 0;
+    Peer *peer = nullptr; // a child
 };

@@ -1,173 +1,122 @@
 #include "simulator/SimulatorOptions.h"
 
-#include "protocol/ModelCatalogue.h"
+#include <QCommandLineParser>
 
-#include <arpa/inet.h>
-
-#include <algorithm>
 #include <array>
-#include <charconv>
+#include <stdexcept>
+#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int MaxLatencyMs = 60'000;
 constexpr int MaxSplitBytes = 4096;
 constexpr int MaxPort = 65'535;
-constexpr std::string_view Loopback = "127.0.0.1";
 
-std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+constexpr std::array<std::pair<const char *, Fault>, 5> FaultNames{{{"none", Fault::None},
+                                                                    {"silence", Fault::Silence},
+                                                                    {"garbage", Fault::Garbage},
+                                                                    {"close", Fault::Close},
+                                                                    {"flood", Fault::Flood}}};
 
-int number(std::string_view option, std::string_view text, int first, int last) {
-    int value = 0;
-    const char *const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc{} || stop != end || value < first || value > last)
-        throw OptionError(std::string(option) + ": " + quoted(text) + " is not a number from " +
-                          std::to_string(first) + " to " + std::to_string(last));
+[[noreturn]] void refuse(const QString &why) { throw std::invalid_argument(why.toStdString()); }
+
+int number(const char *option, const QString &text, int first, int last) {
+    bool isNumber = false;
+    const int value = text.toInt(&isNumber);
+    if (!isNumber || value < first || value > last)
+        refuse(u"--%1: \"%2\" is not a number from %3 to %4"_s.arg(QLatin1StringView(option), text)
+                   .arg(first)
+                   .arg(last));
     return value;
 }
 
-bool isAddress(const std::string &text) {
-    std::array<unsigned char, sizeof(in6_addr)> binary{};
-    return inet_pton(AF_INET, text.c_str(), binary.data()) == 1 ||
-           inet_pton(AF_INET6, text.c_str(), binary.data()) == 1;
-}
-
-void setModel(SimulatorOptions &options, std::string_view value) {
-    const auto rows = modelCatalogue();
-    if (std::none_of(rows.begin(), rows.end(),
-                     [&](const ModelRow &row) { return row.Model == value; }))
-        throw OptionError("--model: there is no model " + quoted(value) +
-                          " (--list-models names all)");
-    options.unit.model = value;
-}
-
-void setTcp(SimulatorOptions &options, std::string_view value) {
-    const auto colon = value.rfind(':');
-    std::string address(Loopback);
-    if (colon != std::string_view::npos) {
-        address = value.substr(0, colon);
-        if (address.starts_with('[') && address.ends_with(']'))
-            address = address.substr(1, address.size() - 2);
-        if (!isAddress(address))
-            throw OptionError("--tcp: " + quoted(address) + " is not a numeric address");
+void setTcp(SimulatorOptions &options, const QString &place) {
+    const qsizetype colon = place.lastIndexOf(u':');
+    if (colon >= 0) {
+        QString address = place.first(colon);
+        if (address.startsWith(u'[') && address.endsWith(u']'))
+            address = address.sliced(1, address.size() - 2);
+        if (!options.address.setAddress(address))
+            refuse(u"--tcp: \"%1\" is not a numeric address"_s.arg(address));
     }
-    const std::string_view port = colon == std::string_view::npos ? value : value.substr(colon + 1);
-    options.tcp = {address, static_cast<std::uint16_t>(number("--tcp", port, 0, MaxPort))};
+    options.tcpPort = static_cast<quint16>(number("tcp", place.sliced(colon + 1), 0, MaxPort));
 }
 
-void setSerial(SimulatorOptions &options, std::string_view value) {
-    if (value.empty())
-        throw OptionError("--serial: the link needs a path");
-    options.serial = value;
-}
-
-void setTrailer(SimulatorOptions &options, std::string_view value) {
-    std::string text;
-    for (std::size_t at = 0; at < value.size(); ++at) {
-        if (value[at] != '\\') {
-            text += value[at];
+std::string unescaped(const QString &text) {
+    std::string bytes;
+    const std::string escaped = text.toStdString();
+    for (std::size_t at = 0; at < escaped.size(); ++at) {
+        if (escaped[at] != '\\') {
+            bytes += escaped[at];
             continue;
         }
-        ++at;
-        const char escaped = at < value.size() ? value[at] : '\0';
-        if (escaped == 'r')
-            text += '\r';
-        else if (escaped == 'n')
-            text += '\n';
-        else if (escaped == '\\')
-            text += '\\';
-        else
-            throw OptionError("--trailer: only \\r, \\n and \\\\ can follow a backslash in " +
-                              quoted(value));
+        const auto found = std::string_view("rn\\").find(++at < escaped.size() ? escaped[at] : ' ');
+        if (found == std::string_view::npos)
+            refuse(
+                u"--trailer: only \\r, \\n and \\\\ can follow a backslash in \"%1\""_s.arg(text));
+        bytes += "\r\n\\"[found];
     }
-    options.unit.trailer = text;
+    return bytes;
 }
-
-struct FaultName {
-    std::string_view name;
-    Fault fault;
-};
-constexpr std::array<FaultName, 4> FaultNames{{{"silence", Fault::Silence},
-                                               {"garbage", Fault::Garbage},
-                                               {"close", Fault::Close},
-                                               {"flood", Fault::Flood}}};
-
-void setFault(SimulatorOptions &options, std::string_view value) {
-    const auto found =
-        std::find_if(FaultNames.begin(), FaultNames.end(),
-                     [&](const FaultName &candidate) { return candidate.name == value; });
-    if (found == FaultNames.end())
-        throw OptionError("--fault: " + quoted(value) +
-                          " is none of silence, garbage, close and flood");
-    options.line.fault = found->fault;
-}
-
-struct Option {
-    std::string_view name;
-    std::string_view valueName; ///< empty: the option takes no value
-    std::string_view meaning;
-    void (*set)(SimulatorOptions &, std::string_view);
-};
-
-constexpr std::array<Option, 11> Options{{
-    {"--model", "NAME", "the model to be (KVN-16x16-RGBA unless given)", setModel},
-    {"--list-models", "", "write the names of all models and end",
-     [](SimulatorOptions &options, std::string_view) { options.listModels = true; }},
-    {"--tcp", "[ADDRESS:]PORT", "listen there, on the loopback unless an address is given", setTcp},
-    {"--serial", "LINK", "make a pseudo terminal and a symbolic link to it at LINK", setSerial},
-    {"--echo", "", "start with the echo of commands on",
-     [](SimulatorOptions &options, std::string_view) { options.unit.echo = true; }},
-    {"--latency", "MS", "answer that many milliseconds late",
-     [](SimulatorOptions &options, std::string_view value) {
-         options.line.latencyMs = number("--latency", value, 0, MaxLatencyMs);
-     }},
-    {"--split", "BYTES", "send answers in pieces of that size",
-     [](SimulatorOptions &options, std::string_view value) {
-         options.line.splitBytes = number("--split", value, 1, MaxSplitBytes);
-     }},
-    {"--trailer", "TEXT", "what follows the model in the configuration reply (\\r\\n)", setTrailer},
-    {"--fault", "KIND", "silence, garbage, close or flood in place of proper answers", setFault},
-    {"--help", "", "write this and end",
-     [](SimulatorOptions &options, std::string_view) { options.help = true; }},
-    {"-h", "", "the same",
-     [](SimulatorOptions &options, std::string_view) { options.help = true; }},
-}};
 
 } // namespace
 
-SimulatorOptions SimulatorOptions::of(std::span<const std::string_view> arguments) {
-    SimulatorOptions options;
-    for (std::size_t at = 0; at < arguments.size(); ++at) {
-        const std::string_view name = arguments[at];
-        const auto found =
-            std::find_if(Options.begin(), Options.end(),
-                         [&](const Option &candidate) { return candidate.name == name; });
-        if (found == Options.end())
-            throw OptionError("there is no option " + quoted(name) + " (--help lists all)");
-        std::string_view value;
-        if (!found->valueName.empty()) {
-            if (++at == arguments.size())
-                throw OptionError(std::string(name) + " needs a value");
-            value = arguments[at];
-        }
-        found->set(options, value);
+std::optional<Fault> faultOfName(QByteArrayView name) {
+    for (const auto &[known, fault] : FaultNames) {
+        if (name == known)
+            return fault;
     }
-    if (!options.help && !options.listModels && !options.tcp && !options.serial)
-        throw OptionError("nothing to listen on: give --tcp, --serial or both");
-    return options;
+    return std::nullopt;
 }
 
-std::string SimulatorOptions::usage() {
-    constexpr std::size_t MeaningColumn = 24;
-    std::string text = "Usage: KVNSimulator --tcp [ADDRESS:]PORT | --serial LINK [option]...\n"
-                       "Plays a matrix switcher until it is interrupted.\n\n";
-    for (const Option &option : Options) {
-        std::string line = "  " + std::string(option.name);
-        if (!option.valueName.empty())
-            line.append(" ").append(option.valueName);
-        line.resize(std::max(line.size() + 1, MeaningColumn), ' ');
-        text += line.append(option.meaning) + '\n';
-    }
-    return text;
+SimulatorOptions SimulatorOptions::of(const QStringList &arguments) {
+    SimulatorOptions options;
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        u"Plays a matrix switcher until it is interrupted. Give --tcp, --serial or both.\n"
+        "A line \"fault KIND\" on standard input changes the fault meanwhile."_s);
+    parser.addOptions({
+        {u"model"_s, u"the name of the model to be, whose numbers such as 16x16 are its size"_s,
+         u"NAME"_s, QString::fromStdString(options.unit.model)},
+        {u"list-models"_s, u"write the names of all models and end"_s},
+        {u"tcp"_s, u"listen there, on the loopback unless an address is given"_s,
+         u"[ADDRESS:]PORT"_s},
+        {u"serial"_s, u"make a pseudo terminal and a symbolic link to it at LINK"_s, u"LINK"_s},
+        {u"echo"_s, u"start with the echo of commands on"_s},
+        {u"latency"_s, u"answer that many milliseconds late"_s, u"MS"_s, u"0"_s},
+        {u"split"_s, u"send answers in pieces of that size"_s, u"BYTES"_s},
+        {u"trailer"_s, u"what follows the model in the configuration reply"_s, u"TEXT"_s,
+         u"\\r\\n"_s},
+        {u"fault"_s, u"silence, garbage, close or flood in place of proper answers, or none"_s,
+         u"KIND"_s, u"none"_s},
+        {{u"h"_s, u"help"_s}, u"write this and end"_s},
+    });
+    if (!parser.parse(arguments))
+        refuse(parser.errorText());
+    if (parser.isSet(u"help"_s))
+        parser.showHelp();
+    if (!parser.positionalArguments().isEmpty())
+        refuse(u"\"%1\" is not an option (--help lists all)"_s.arg(
+            parser.positionalArguments().first()));
+
+    options.unit.model = parser.value(u"model"_s).toStdString();
+    options.unit.trailer = unescaped(parser.value(u"trailer"_s));
+    options.unit.echo = parser.isSet(u"echo"_s);
+    options.line.latencyMs = number("latency", parser.value(u"latency"_s), 0, MaxLatencyMs);
+    if (parser.isSet(u"split"_s))
+        options.line.splitBytes = number("split", parser.value(u"split"_s), 1, MaxSplitBytes);
+    const auto fault = faultOfName(parser.value(u"fault"_s).toLatin1());
+    if (!fault)
+        refuse(u"--fault: there is no fault \"%1\" (--help lists all)"_s.arg(
+            parser.value(u"fault"_s)));
+    options.line.fault = *fault;
+    if (parser.isSet(u"tcp"_s))
+        setTcp(options, parser.value(u"tcp"_s));
+    options.serial = parser.value(u"serial"_s);
+    options.listModels = parser.isSet(u"list-models"_s);
+    if (!options.listModels && !options.tcpPort && options.serial.isEmpty())
+        refuse(u"nothing to listen on: give --tcp, --serial or both"_s);
+    return options;
 }

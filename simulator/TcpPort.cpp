@@ -1,22 +1,40 @@
 #include "simulator/TcpPort.h"
 
-#include "simulator/TcpConnection.h"
+#include "simulator/Peer.h"
 
-TcpPort::TcpPort(const Bench &sharedBench, QObject *parent) : QObject(parent), bench(sharedBench) {
-    connect(&server, &QTcpServer::newConnection, this, [this] {
-        while (QTcpSocket *const socket = server.nextPendingConnection())
-            new TcpConnection(bench, socket, this);
-    });
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+#include <stdexcept>
+
+namespace {
+
+QByteArray placeOf(const QHostAddress &address, quint16 port) {
+    const QByteArray text = address.toString().toLatin1();
+    const bool brackets = address.protocol() == QAbstractSocket::IPv6Protocol;
+    return (brackets ? '[' + text + ']' : text) + ':' + QByteArray::number(port);
 }
 
-QString TcpPort::listen(const QString &address, quint16 port) {
-    return server.listen(QHostAddress(address), port) ? QString() : server.errorString();
+} // namespace
+
+TcpPort::TcpPort(Bench &sharedBench, const QHostAddress &address, quint16 port)
+    : bench(sharedBench) {
+    if (!listen(address, port))
+        throw std::runtime_error("cannot listen on tcp " + placeOf(address, port).toStdString() +
+                                 ": " + errorString().toStdString());
 }
 
-QString TcpPort::place() const {
-    const QHostAddress address = server.serverAddress();
-    const QString text = address.protocol() == QAbstractSocket::IPv6Protocol
-                             ? u'[' + address.toString() + u']'
-                             : address.toString();
-    return text + u':' + QString::number(server.serverPort());
+QByteArray TcpPort::place() const { return placeOf(serverAddress(), serverPort()); }
+
+// Not by QTcpSocket, which drops what it has to send when the peer closes its own direction.
+void TcpPort::incomingConnection(qintptr handle) {
+    FileDescriptor wire(static_cast<int>(handle));
+    ::fcntl(wire.get(), F_SETFL, O_NONBLOCK);
+    // Pieces of an answer are to arrive as pieces.
+    const int on = 1;
+    ::setsockopt(wire.get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    auto *peer = new Peer(bench, "tcp" + QByteArray::number(++peers), std::move(wire), this);
+    connect(peer, &Peer::ended, peer, &QObject::deleteLater);
 }

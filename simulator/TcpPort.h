@@ -1,23 +1,24 @@
 #pragma once
 
-#include "simulator/Conversation.h"
+#include "simulator/Bench.h"
 
 #include <QTcpServer>
 
-/// Lets peers talk to the unit by TCP, any number at a time.
-class TcpPort : public QObject {
+/// Lets peers talk to the unit by TCP, any number at a time: "tcp1", "tcp2" and so on.
+class TcpPort : public QTcpServer {
     Q_OBJECT
 public:
-    explicit TcpPort(const Bench &sharedBench, QObject *parent = nullptr);
-
-    /// @param address numeric; @param port 0 lets the system choose
-    /// @returns what went wrong, empty if nothing did
-    QString listen(const QString &address, quint16 port);
+    /// @param port 0 lets the system choose
+    /// @throws std::runtime_error if it cannot listen there
+    TcpPort(Bench &sharedBench, const QHostAddress &address, quint16 port);
 
     /// "ADDRESS:PORT" with the port that is listened on.
-    [[nodiscard]] QString place() const;
+    [[nodiscard]] QByteArray place() const;
+
+protected:
+    void incomingConnection(qintptr handle) override;
 
 private:
-    Bench bench;
-    QTcpServer server;
+    Bench &bench;
+    int peers = 0;
 };

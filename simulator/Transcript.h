@@ -1,19 +1,30 @@
 #pragma once
 
 #include <QByteArray>
-#include <QByteArrayView>
 
-enum class Direction { ToUnit, FromUnit };
+#include <memory>
 
-/// The record of what passes, a line each on standard output, written out at once.
+/// The record of what passes, a line each on standard output. Nobody has to read it: the program
+/// goes on meanwhile, and what comes while MaxWaiting bytes are unread is left out.
 class Transcript {
 public:
-    /// "HH:MM:SS.mmm LINK > BYTES", with "<" for what the unit sends.
-    void record(QByteArrayView link, Direction direction, QByteArrayView bytes);
+    static constexpr qsizetype MaxWaiting = 1'048'576;
+    static constexpr int LastWaitMs = 500;
+
+    Transcript();
+    Transcript(const Transcript &) = delete;
+    Transcript &operator=(const Transcript &) = delete;
+    /// Gives a reader LastWaitMs to take what is left.
+    ~Transcript();
+
+    /// "HH:MM:SS.mmm LINK > BYTES".
+    /// @param direction '>' for what the unit is sent, '<' for what it sends
+    void record(const QByteArray &link, char direction, const QByteArray &bytes);
 
     /// A line as it is.
     void note(const QByteArray &line);
 
-    /// `bytes` in printable ASCII: "\r", "\n", "\\" and "\xNN" stand for all that is not.
-    static QByteArray visible(QByteArrayView bytes);
+private:
+    struct Output;
+    std::shared_ptr<Output> output;
 };

@@ -3,8 +3,9 @@
 #include "protocol/Text.h"
 #include "simulator/CommandScanner.h"
 
+#include <algorithm>
 #include <charconv>
-#include <optional>
+#include <regex>
 #include <stdexcept>
 #include <utility>
 
@@ -13,26 +14,21 @@ namespace {
 constexpr std::string_view Done = "\r\nOk\r\n";
 
 struct Sides {
-    int inputs = 0;
-    int outputs = 0;
+    int inputs = 16;
+    int outputs = 16;
 };
 
-// The part between the first two hyphens of names such as KVN-24x16-SA.
-std::optional<Sides> sidesOfName(std::string_view name) {
-    const auto hyphen = name.find('-');
-    if (hyphen == std::string_view::npos)
-        return std::nullopt;
-    const char *const end = name.data() + name.size();
-    Sides sides;
-    const auto in = std::from_chars(name.data() + hyphen + 1, end, sides.inputs);
-    if (in.ec != std::errc{} || in.ptr == end || *in.ptr != 'x')
-        return std::nullopt;
-    const auto out = std::from_chars(in.ptr + 1, end, sides.outputs);
-    if (out.ec != std::errc{} || out.ptr == end || *out.ptr != '-')
-        return std::nullopt;
-    const auto fits = [](int count) { return count >= 1 && count <= Unit::MaxSide; };
-    if (!fits(sides.inputs) || !fits(sides.outputs))
-        return std::nullopt;
+// The first part such as 24x16 of names such as KVN-24x16-SA.
+Sides sidesOfName(const std::string &name) {
+    static const std::regex pattern("([0-9]{1,3})x([0-9]{1,3})");
+    std::smatch found;
+    if (!std::regex_search(name, found, pattern))
+        return {};
+    const Sides sides{std::stoi(found[1]), std::stoi(found[2])};
+    const auto [least, most] = std::minmax(sides.inputs, sides.outputs);
+    if (least < 1 || most > Unit::MaxSide)
+        throw std::invalid_argument("a unit such as \"" + name +
+                                    "\" has 1 to 32 inputs and outputs");
     return sides;
 }
 
@@ -45,11 +41,9 @@ const Unit::Command Unit::Commands[] = {
 };
 
 Unit::Unit(UnitOptions unitOptions) : options(std::move(unitOptions)) {
-    const std::optional<Sides> sides = sidesOfName(options.model);
-    if (!sides)
-        throw std::invalid_argument("the model name " + options.model + " tells no sizes");
-    inputCount = sides->inputs;
-    outputSides.resize(static_cast<std::size_t>(sides->outputs));
+    const Sides sides = sidesOfName(options.model);
+    inputCount = sides.inputs;
+    outputSides.resize(static_cast<std::size_t>(sides.outputs));
     for (int number = 1; number <= outputs() && number <= inputCount; ++number) {
         at(number).video = number;
         at(number).audio = number;
@@ -172,12 +166,13 @@ std::string Unit::volumeLevel(CommandScanner &command) {
     }
     command.expect(" ");
     const std::string_view text = command.rest();
-    const std::optional<double> level = wholeNumberText(text);
-    if (!level || text.find(' ') != std::string_view::npos)
+    int level = 0;
+    std::from_chars(text.data(), text.data() + text.size(), level);
+    if (text != std::to_string(level))
         throw Refusal("number");
-    if (*level < MinVolume || *level > MaxVolume)
+    if (level < MinVolume || level > MaxVolume)
         throw Refusal("volume");
-    at(output).volume = decimalText(*level);
+    at(output).volume = text;
     return std::string(Done);
 }
 

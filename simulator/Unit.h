@@ -14,9 +14,9 @@ struct UnitOptions {
 };
 
 /// A matrix switcher: its routing, mutes and volumes, and what it answers to commands. The numbers
-/// of inputs and outputs come from the model's name; every unit takes the audio commands, with or
-/// without connectors for them. Inputs and outputs count from 1. Nothing of it depends on time;
-/// equal commands to equal units give equal answers.
+/// of inputs and outputs come from the model's name, 16 each where it has none; every unit takes
+/// the audio commands, with or without connectors for them. Inputs and outputs count from 1.
+/// Nothing of it depends on time; equal commands to equal units give equal answers.
 class Unit {
 public:
     static constexpr std::size_t MaxCommand = 4096; ///< bytes of a command without its terminator
@@ -27,7 +27,8 @@ public:
     static constexpr int MaxSide = 32; ///< most inputs, and most outputs
 
     /// A fresh unit: output k shows input k where there is one, unmuted, at volume -20.
-    /// @throws std::invalid_argument if the model's name has no INxOUT part within 1..MaxSide
+    /// @throws std::invalid_argument if the first INxOUT part of the model's name is not within
+    /// 1..MaxSide
     explicit Unit(UnitOptions unitOptions = {});
 
     /// Carries out one complete command, given without its terminator, and returns the reply,
@@ -35,7 +36,6 @@ public:
     /// nothing and is answered with "\r\nERROR ", the word for what is wrong, and "\r\n".
     std::string answer(std::string_view command);
 
-    [[nodiscard]] const std::string &model() const { return options.model; }
     [[nodiscard]] bool echo() const { return options.echo; }
     [[nodiscard]] int inputs() const { return inputCount; }
     [[nodiscard]] int outputs() const { return static_cast<int>(outputSides.size()); }
@@ -51,7 +51,7 @@ private:
         int video = NotConnected;
         int audio = NotConnected;
         bool muted = false;
-        std::string volume = "-20"; // shortest decimal text
+        std::string volume = "-20"; // a whole number: readers take 3 characters at most
     };
     struct Command {
         std::string_view start;

@@ -11,17 +11,20 @@ class RunningSimulator {
 public:
     /// Starts it and waits until it listens or has ended.
     /// @param arguments its command line, separated by blanks
-    explicit RunningSimulator(const QByteArray &arguments) {
+    /// @param outputFile takes its output in place of this object, which then waits for nothing
+    explicit RunningSimulator(const QByteArray &arguments, const QString &outputFile = {}) {
+        process.setStandardOutputFile(outputFile);
         process.start(qEnvironmentVariable("KVN_BIN") + QStringLiteral("/KVNSimulator"),
                       QString::fromLocal8Bit(arguments).split(u' ', Qt::SkipEmptyParts));
-        waitFor("^Listening (on)");
+        if (outputFile.isEmpty())
+            waitFor("^Listening (on)");
     }
     ~RunningSimulator() { exitStatus(SIGKILL); }
     RunningSimulator(const RunningSimulator &) = delete;
     RunningSimulator &operator=(const RunningSimulator &) = delete;
 
     /// Waits until the output fits `pattern`; its first group, or nothing if it never does.
-    QString waitFor(const char *pattern) {
+    QString waitFor(const QByteArray &pattern) {
         const QRegularExpression expression(QLatin1String(pattern),
                                             QRegularExpression::MultilineOption);
         while (true) {
@@ -43,6 +46,9 @@ public:
             process.waitForFinished(10'000) || process.state() == QProcess::NotRunning;
         return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
+
+    /// Types a line on its standard input.
+    void type(const QByteArray &line) { process.write(line + '\n'); }
 
     QByteArray output() { return written += process.readAllStandardOutput(); }
     QByteArray errors() { return process.readAllStandardError(); }

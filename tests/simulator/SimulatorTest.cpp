@@ -13,6 +13,9 @@
 #include <QTemporaryDir>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -20,6 +23,7 @@ const QByteArray Configuration = "\r\nKVN-16x16-RGBA\r\n";
 const QByteArray Half = Configuration.first(Configuration.size() / 2);
 const std::string Ok = "\r\nOk\r\n";
 const std::string Small = "KVN-8x4-RGBA";
+constexpr qsizetype Much = 100'000;
 
 /// Each command in brackets, then the answer to it.
 std::string hear(UnitPort &port, const std::string &bytes) {
@@ -29,27 +33,32 @@ std::string hear(UnitPort &port, const std::string &bytes) {
     return heard;
 }
 
-/// What a new connection hears after `command`, up to `count` bytes.
+/// What a new connection hears that says no more than `command`, up to `count` bytes.
 QByteArray askByTcp(RunningSimulator &simulator, const QByteArray &command, qsizetype count) {
     QTcpSocket socket;
     socket.connectToHost(QStringLiteral("127.0.0.1"), static_cast<quint16>(simulator.tcpPort()));
     socket.write(command);
     socket.waitForBytesWritten(10'000);
+    ::shutdown(static_cast<int>(socket.socketDescriptor()), SHUT_WR);
     while (socket.bytesAvailable() < count && socket.waitForReadyRead(10'000)) {
     }
     return socket.read(count);
 }
 
-/// The same over the device that `link` leads to, used as it is.
+/// The same over the device that `link` leads to, used as it is, and left in use by nobody else.
 QByteArray askByPty(const QString &link, const QByteArray &command, qsizetype count) {
     const FileDescriptor file(::open(link.toLocal8Bit().constData(), O_RDWR | O_NOCTTY));
     ssize_t got = ::write(file.get(), command.constData(), std::size_t(command.size()));
     QByteArray heard;
     for (QByteArray piece(count, '\0'); got > 0 && heard.size() < count;) {
-        got = ::read(file.get(), piece.data(), std::size_t(count));
+        got = ::read(file.get(), piece.data(), std::size_t(count - heard.size()));
         heard += piece.first(std::max<ssize_t>(got, 0));
     }
-    return heard;
+    // Who is killed leaves the device exclusive, though not for the peer that comes next.
+    int exclusive = 0;
+    ::ioctl(file.get(), TIOCGEXCL, &exclusive);
+    ::ioctl(file.get(), TIOCEXCL);
+    return exclusive ? QByteArray("exclusive") : heard;
 }
 
 } // namespace
@@ -76,7 +85,7 @@ void SimulatorTest::answers_data() {
     changed("VOL L 4 5", {one, two, three, "U,0,V,5,4,D,4"});
     changed("MUT U 2", {one, two, three, four});
     row("PST X 8", Small, "STA O 2", "\r\nSTA O 2\r\n  Output 2 (A,U,0,V,-20,8,D,8)\r\n");
-    row("VOL L 1 -12.50", Small, "VOL L 1?", "\r\nVOL L 1 -12.5\r\n");
+    row("VOL L 1 0", Small, "VOL L 1?", "\r\nVOL L 1 0\r\n");
     row("VOL L 12 -45", "KVN-16x16-HDA", "VOL L 12?", "\r\nVOL L 12 -45\r\n");
     row("Con 2F (1)", "KVN-2x3-SA", "STA O 3",
         "\r\nSTA O 3\r\n  Output 3 (A,U,0,V,-20,255,D,255)\r\n");
@@ -98,14 +107,15 @@ void SimulatorTest::refusals_data() {
     row("form", {"CFG ? ", "STA O AA", "STA O 1 ", "Con 1", "Con 1(1", "Con 1(1)2", "Con 1(1)1F(1)",
                  "Con 1F (1) ", "Con 1(1)1F (1)1F (1)", "DIS 1;2", "DIS 1FF", "MUT X 1", "MUT M 1 ",
                  "VOL L 1", "VOL L 1?1", "PST X 1,2", "ECHO OFFF", "ECHO ON "});
-    row("number",
-        {"STA O ", "STA O a", "Con (1)", "Con -1(1)", "Con 1()", "Con 1(1,)", "Con 1(1, 2)",
-         "Con 1(1) ", "Con 01(1)", "DIS ", "DIS 1,", "DIS F", "MUT M ", "VOL L 1 ", "VOL L 1  -20",
-         "VOL L 1 -20 ", "VOL L 1 1e1", "VOL L 1 nan", "PST X +1"});
+    row("number", {"STA O ",       "STA O a",     "Con (1)",     "Con -1(1)",     "Con 1()",
+                   "Con 1(1,)",    "Con 1(1, 2)", "Con 1(1) ",   "Con 01(1)",     "DIS ",
+                   "DIS 1,",       "DIS F",       "MUT M ",      "VOL L 1 ",      "VOL L 1  -20",
+                   "VOL L 1 -20 ", "VOL L 1 1e1", "VOL L 1 nan", "VOL L 1 -12.5", "VOL L 1 +5",
+                   "VOL L 1 -0",   "PST X +1"});
     row("input", {"Con 0(1)", "Con 9(1)", "Con 1(2)9F (1)", "PST X 9", "Con 4294967297(1)"});
     row("output", {"STA O 0", "STA O 5", "Con 8(1,2,5)", "Con 8(1)8F (1,0)", "DIS 1,2,3,5",
                    "DIS 1,5F", "MUT M 5", "VOL L 5 0", "VOL L 0?"});
-    row("volume", {"VOL L 1 6", "VOL L 1 5.01", "VOL L 1 -45.5", "VOL L 1 -100"});
+    row("volume", {"VOL L 1 6", "VOL L 1 -46", "VOL L 1 -100"});
     row("preset", {"PST X 0", "PST X 33"});
     row("length", {"DIS 1" + QByteArray(",1").repeated(2048)});
 }
@@ -131,6 +141,12 @@ void SimulatorTest::models() {
         QVERIFY2(model.starts_with("KVN-" + sizes + "-"), model.c_str());
         QCOMPARE(unit.answer("CFG ?"), "\r\n" + model + "!");
         names += model + "\n";
+    }
+    for (const auto &[model, inputs, outputs] :
+         {std::tuple("RTQ-12x4", 12, 4), {"KVN-1x32-NEW", 1, 32}, {"RTQ-", 16, 16}}) {
+        const Unit unit(UnitOptions{.model = model});
+        QCOMPARE(unit.inputs(), inputs);
+        QCOMPARE(unit.outputs(), outputs);
     }
     RunningSimulator list("--list-models");
     QCOMPARE(list.exitStatus(), 0);
@@ -176,11 +192,12 @@ void SimulatorTest::overlongLines() {
 void SimulatorTest::wrongOptions_data() {
     const DataTable<QByteArray> row("hint");
     row("", "nothing to listen on");
-    row("--tcp", "--tcp needs a value");
+    row("--tcp", "Missing value after '--tcp'");
     row("--tcp 65536", "0 to 65535");
-    row("--tcp 0 --model KVN-16x16", "\"KVN-16x16\"");
+    row("--tcp 0 --model KVN-33x8-RGB", "\"KVN-33x8-RGB\"");
     row("--tcp 0 --latency 60001", "60000");
     row("--tcp 0 --fault fire", "\"fire\"");
+    row("--tcp 0 twice", "\"twice\"");
 }
 
 void SimulatorTest::wrongOptions() {
@@ -205,11 +222,15 @@ void SimulatorTest::answersByTcp() {
     QFETCH(QByteArray, answer);
     const QByteArray options = QTest::currentDataTag();
     RunningSimulator simulator("--tcp 0 " + options);
-    QElapsedTimer clock;
-    clock.start();
-    QCOMPARE(askByTcp(simulator, command, answer.size()), answer);
-    QVERIFY(!options.contains("150") || clock.elapsed() >= 150);
-    QVERIFY(!simulator.waitFor("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} (tcp) > ").isEmpty());
+    for (const char *const peer : {"tcp1", "tcp2"}) {
+        QElapsedTimer clock;
+        clock.start();
+        // The connection ends with the last answer to a peer that has no more to say.
+        QCOMPARE(askByTcp(simulator, command, Much), answer);
+        QVERIFY(!options.contains("150") || clock.elapsed() >= 150);
+        const QByteArray pattern = QByteArray("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} (") + peer + ") > ";
+        QCOMPARE(simulator.waitFor(pattern), QLatin1String(peer));
+    }
 }
 
 void SimulatorTest::answersByPty() {
@@ -230,25 +251,60 @@ void SimulatorTest::answersByPty() {
         QCOMPARE(askByPty(link, "VOL L 3?\r", 14), QByteArray("\r\nVOL L 3 -7\r\n"));
         QCOMPARE(simulator.exitStatus(signal), 0);
         QVERIFY(!QFileInfo(link).isSymLink());
-
-        QVERIFY(QFile(link).open(QIODevice::WriteOnly));
-        RunningSimulator inTheWay("--serial " + link.toLocal8Bit());
-        QCOMPARE(inTheWay.exitStatus(), 1);
-        QVERIFY(QFile::exists(link) && !QFileInfo(link).isSymLink());
     }
 }
 
-void SimulatorTest::faults() {
-    constexpr qsizetype Much = 100'000;
+void SimulatorTest::foreignLinks() {
+    const QTemporaryDir folder;
+    const QByteArray other = folder.filePath(QStringLiteral("other")).toLocal8Bit();
+    const QString link = folder.filePath(QStringLiteral("unit"));
+    const RunningSimulator owner("--serial " + other);
+    const QByteArray itsPty = QFile::symLinkTarget(QString::fromLocal8Bit(other)).toLocal8Bit();
+    // A file, a device that is unplugged, the links of a simulator that runs.
+    for (const QByteArray &target : {QByteArray(), QByteArray("/dev/ttyUSB-none"), itsPty, other}) {
+        QVERIFY(target.isEmpty() ? QFile(link).open(QIODevice::WriteOnly)
+                                 : ::symlink(target.constData(), qPrintable(link)) == 0);
+        RunningSimulator simulator("--serial " + link.toLocal8Bit());
+        QCOMPARE(simulator.exitStatus(), 1);
+        QVERIFY(simulator.errors().contains(link.toLocal8Bit()));
+        QCOMPARE(QFile::symLinkTarget(link).toLocal8Bit(), target);
+        QVERIFY(QFile::remove(link));
+    }
+    // One that was put in the place of its own meanwhile stays too.
+    RunningSimulator simulator("--serial " + link.toLocal8Bit());
+    QVERIFY(QFile::remove(link) && QFile::link(QStringLiteral("/dev/ttyUSB-none"), link));
+    QCOMPARE(simulator.exitStatus(SIGTERM), 0);
+    QVERIFY(QFileInfo(link).isSymLink());
+}
+
+void SimulatorTest::outputThatNobodyReads() {
     const QTemporaryDir folder;
     const QString link = folder.filePath(QStringLiteral("unit"));
-    RunningSimulator flood("--tcp 0 --fault flood");
+    const QString output = folder.filePath(QStringLiteral("output"));
+    QCOMPARE(::mkfifo(qPrintable(output), 0600), 0);
+    const FileDescriptor reader(::open(qPrintable(output), O_RDWR | O_NONBLOCK));
+    RunningSimulator simulator("--serial " + link.toLocal8Bit(), output);
+    QTRY_VERIFY(QFileInfo::exists(link));
+    const std::string all = Unit().answer("STA O A");
+    for (int times = 0; times < 200; ++times) // more than a pipe holds
+        QCOMPARE(askByPty(link, "STA O A\r", qsizetype(all.size())).toStdString(), all);
+    QCOMPARE(simulator.exitStatus(SIGTERM), 0);
+    QVERIFY(!QFileInfo(link).isSymLink());
+}
+
+void SimulatorTest::faults() {
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(QStringLiteral("unit"));
+    const QString floodLink = folder.filePath(QStringLiteral("flood"));
+    RunningSimulator flood("--tcp 0 --fault flood --serial " + floodLink.toLocal8Bit());
     RunningSimulator close("--tcp 0 --fault close --serial " + link.toLocal8Bit());
     RunningSimulator garbage("--tcp 0 --fault garbage");
-    RunningSimulator silence("--tcp 0 --fault silence");
-    for (int visit = 1; visit <= 2; ++visit) {
+    for (int visit = 1; visit <= 5; ++visit) {
         const QByteArray flooded = askByTcp(flood, "CFG ?\r\n", Much);
         QVERIFY(flooded.size() == Much && flooded.startsWith(Configuration + Configuration));
+        // Who leaves amid the flood leaves nothing of it behind.
+        QCOMPARE(askByPty(floodLink, "CFG ?\r\n", 2 * Configuration.size()),
+                 Configuration + Configuration);
         QCOMPARE(askByTcp(close, "CFG ?\r\n", Much), Half);
         // After a hang-up the link leads to a new pty as soon as there is one.
         QTRY_VERIFY(QFileInfo::exists(link));
@@ -257,10 +313,20 @@ void SimulatorTest::faults() {
         QVERIFY(other.size() == 2 * Configuration.size() && !other.contains("KVN"));
         QVERIFY(other.first(Configuration.size()) != other.last(Configuration.size()));
     }
-    askByTcp(silence, "CFG ?\r\nMUT M 1\r", 0);
-    QCOMPARE(silence.waitFor("tcp > (MUT M 1)$"), QStringLiteral("MUT M 1"));
-    QCOMPARE(silence.exitStatus(SIGTERM), 0);
-    QVERIFY(!silence.output().contains(" < "));
+    QCOMPARE(flood.exitStatus(SIGTERM), 0);
+}
+
+void SimulatorTest::faultsInMidSession() {
+    RunningSimulator simulator("--tcp 0 --fault silence");
+    QCOMPARE(askByTcp(simulator, "MUT M 1\r", Much), QByteArray());
+    simulator.type("fault none");
+    QCOMPARE(simulator.waitFor("^Fault (none)$"), QStringLiteral("none"));
+    QCOMPARE(askByTcp(simulator, "CFG ?\r\n", Much), Configuration);
+    simulator.type("fault fire");
+    simulator.type("fault close");
+    QCOMPARE(simulator.waitFor("^Fault (close)$"), QStringLiteral("close"));
+    QCOMPARE(simulator.waitFor("^(Not understood): fault fire$"), QStringLiteral("Not understood"));
+    QCOMPARE(askByTcp(simulator, "CFG ?\r\n", Much), Half);
 }
 
 QTEST_GUILESS_MAIN(SimulatorTest)

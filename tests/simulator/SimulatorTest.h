@@ -19,5 +19,8 @@ private Q_SLOTS:
     static void answersByTcp_data();
     static void answersByTcp();
     static void answersByPty();
+    static void foreignLinks();
+    static void outputThatNobodyReads();
     static void faults();
+    static void faultsInMidSession();
 };
