@@ -43,6 +43,10 @@ void chooseInList(const char *window, const char *list, const QString &entry) {
 void choosePort(const QString &port) {
     auto &ports = control<QComboBox>("dlgConnect", "SerialPortsCombo");
     const int item = ports.findText(port);
+    if (item < 0) {
+        std::fprintf(stderr, "Session: there is no port %s.\n", qPrintable(port));
+        std::exit(1);
+    }
     ports.setCurrentIndex(item);
     Q_EMIT ports.activated(item);
 }

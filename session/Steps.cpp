@@ -26,13 +26,13 @@ Step helpStep(const char *name, const char *window, const std::function<void()> 
     });
 }
 
-std::vector<Step> connectSteps() {
+std::vector<Step> connectSteps(const QString &port) {
     return {
         step("start", shows("frmMain"), "frmMain", [] { click("frmMain", "MainControlButton_0"); }),
         step("connect", shows("dlgConnect"), "dlgConnect",
              [] { click("dlgConnect", "ConnectSerialOption"); }),
         step("ports", offers("dlgConnect", "SerialPortsCombo"), "dlgConnect",
-             [] { hands::choosePort(QStringLiteral("Comm7")); }),
+             [port] { hands::choosePort(port); }),
         step("message", shows("dlgOK"), "dlgOK", [] { click("dlgOK", "OKButton"); }),
         step("connected", offers("dlgConnect", "Connect2SerialButton"), "dlgConnect",
              [] { click("dlgConnect", "Connect2SerialButton"); }),
@@ -119,8 +119,8 @@ void pickUnit() { hands::chooseInList(Units, "AvailCorvanesList", UnitName); }
 
 } // namespace
 
-std::vector<Step> serialSteps(const std::function<bool()> &idle) {
-    std::vector<Step> steps = connectSteps();
+std::vector<Step> serialSteps(const std::function<bool()> &idle, int port) {
+    std::vector<Step> steps = connectSteps(QStringLiteral("Comm%1").arg(port));
     append(steps, routeSteps(idle));
     append(steps, levelAndPresetSteps(idle));
     append(steps, lookAroundSteps());

@@ -12,8 +12,9 @@
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
-    if (argc < 2 || argc > 3) {
-        std::fprintf(stderr, "usage: KVNSession FOLDER-FOR-PICTURES [UNIT-ADDRESS]\n");
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() < 3 || arguments.size() > 4) {
+        std::fprintf(stderr, "usage: KVNSession FOLDER-FOR-PICTURES COM-NUMBER [UNIT-ADDRESS]\n");
         return 2;
     }
     applyProgramLook();
@@ -22,14 +23,14 @@ int main(int argc, char **argv) {
     program.start();
     Player *playing = nullptr;
     const auto idle = [&playing] { return playing->idle(); };
-    std::vector<Step> steps = serialSteps(idle);
+    std::vector<Step> steps = serialSteps(idle, arguments[2].toInt());
     const auto append = [&steps](const std::vector<Step> &more) {
         steps.insert(steps.end(), more.begin(), more.end());
     };
-    if (argc == 3)
-        append(savedUnitSteps(idle, QString::fromLocal8Bit(argv[2])));
+    if (arguments.size() == 4)
+        append(savedUnitSteps(idle, arguments[3]));
     append(leavingSteps(idle));
-    Player player(std::move(steps), QString::fromLocal8Bit(argv[1]));
+    Player player(std::move(steps), arguments[1]);
     playing = &player;
     return player.play();
 }
