@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <regex>
 #include <stdexcept>
 #include <utility>
 
@@ -19,17 +18,22 @@ struct Sides {
 };
 
 // The first part such as 24x16 of names such as KVN-24x16-SA.
-Sides sidesOfName(const std::string &name) {
-    static const std::regex pattern("([0-9]{1,3})x([0-9]{1,3})");
-    std::smatch found;
-    if (!std::regex_search(name, found, pattern))
-        return {};
-    const Sides sides{std::stoi(found[1]), std::stoi(found[2])};
-    const auto [least, most] = std::minmax(sides.inputs, sides.outputs);
-    if (least < 1 || most > Unit::MaxSide)
-        throw std::invalid_argument("a unit such as \"" + name +
-                                    "\" has 1 to 32 inputs and outputs");
-    return sides;
+Sides sidesOfName(std::string_view name) {
+    const char *const end = name.data() + name.size();
+    for (const char *at = name.data(); at != end; ++at) {
+        Sides sides;
+        const auto in = std::from_chars(at, end, sides.inputs);
+        if (*at == '-' || in.ec != std::errc{} || in.ptr == end || *in.ptr != 'x')
+            continue;
+        if (std::from_chars(in.ptr + 1, end, sides.outputs).ec != std::errc{})
+            continue;
+        const auto [least, most] = std::minmax(sides.inputs, sides.outputs);
+        if (least < 1 || most > Unit::MaxSide)
+            throw std::invalid_argument("a unit such as \"" + std::string(name) +
+                                        "\" has 1 to 32 inputs and outputs");
+        return sides;
+    }
+    return {};
 }
 
 } // namespace
