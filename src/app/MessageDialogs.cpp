@@ -18,30 +18,33 @@ void placeOver(Form &dialog, const QWidget *modal) {
 
 MessageDialogs::MessageDialogs(EventPump &eventPump)
     : pump(eventPump),
-      messageDialog("dlgOK", "Confirm", eventPump, state),
-      plainBox("plainBox", ProgramTitle, eventPump, state),
+      messageDialog("dlgOK", "Confirm", eventPump, state.MessageShowing),
+      plainBox("plainBox", ProgramTitle, eventPump, plainBoxShowing),
       questionDialog(eventPump, state) {
     plainBox.setWindowModality(Qt::ApplicationModal);
 }
 
-void MessageDialogs::ShowMessage(const std::string &text) { show(messageDialog, text); }
+void MessageDialogs::ShowMessage(const std::string &text) {
+    state.MessageText = text;
+    show(messageDialog, state.MessageShowing, text);
+}
 
-void MessageDialogs::ShowPlainBox(const std::string &text) { show(plainBox, text); }
+void MessageDialogs::ShowPlainBox(const std::string &text) {
+    show(plainBox, plainBoxShowing, text);
+}
 
-void MessageDialogs::show(dlgOK &dialog, const std::string &text) {
+void MessageDialogs::show(dlgOK &dialog, const bool &showing, const std::string &text) {
     if (pump.ended())
         return;
     const QWidget *owner = QApplication::activeModalWidget();
-    state.MessageText = text;
-    state.MessageShowing = true;
     // A dialog that is open already may belong to nobody, or to a window below the modal one.
     dialog.hide();
     placeOver(dialog, owner);
-    dialog.LoadForm();
-    pump.runUntil([this, owner, &dialog] {
+    dialog.LoadForm(text);
+    pump.runUntil([owner, &dialog, &showing] {
         if (owner && owner->isHidden())
             dialog.unload();
-        return !state.MessageShowing;
+        return !showing;
     });
 }
 

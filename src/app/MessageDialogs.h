@@ -15,9 +15,10 @@ public:
     void AskYesNo(const std::string &question) override;
 
 private:
-    void show(dlgOK &dialog, const std::string &text);
+    void show(dlgOK &dialog, const bool &showing, const std::string &text);
 
     EventPump &pump;
+    bool plainBoxShowing = false;
     dlgOK messageDialog;
     dlgOK plainBox;
     dlgYesNo questionDialog;

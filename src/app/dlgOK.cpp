@@ -3,10 +3,9 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-dlgOK::dlgOK(const char *name, const char *caption, EventPump &eventPump,
-             MessageState &messageState)
+dlgOK::dlgOK(const char *name, const char *caption, EventPump &eventPump, bool &messageShowing)
     : Form(name, eventPump, nullptr),
-      messages(messageState),
+      showing(messageShowing),
       OKLabel(new QLabel(QStringLiteral("Are You Sure You Want to"), this)),
       OKButton(new FaceButton(QStringLiteral("OK"), this)) {
     setWindowTitle(QLatin1String(caption));
@@ -26,14 +25,15 @@ dlgOK::dlgOK(const char *name, const char *caption, EventPump &eventPump,
     whenClicked(OKButton, [this] { unload(); });
 }
 
-void dlgOK::LoadForm() {
-    OKLabel->setText(QString::fromStdString(messages.MessageText));
+void dlgOK::LoadForm(const std::string &text) {
+    showing = true;
+    OKLabel->setText(QString::fromStdString(text));
     OKButton->setFocus();
     present();
 }
 
 void dlgOK::unload() {
-    messages.MessageShowing = false;
+    showing = false;
     Form::unload();
 }
 

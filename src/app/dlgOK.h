@@ -1,25 +1,27 @@
 #pragma once
 
-#include "link/Messages.h"
 #include "widgets/FaceButton.h"
 #include "widgets/Form.h"
 
 #include <QLabel>
 
-/// The message dialog. Closing it in any way clears `MessageShowing`.
+#include <string>
+
+/// The message dialog. Closing it in any way clears the flag on which its callers wait.
 class dlgOK : public Form {
 public:
-    dlgOK(const char *name, const char *caption, EventPump &eventPump, MessageState &messageState);
+    /// @param messageShowing set and cleared with the dialog
+    dlgOK(const char *name, const char *caption, EventPump &eventPump, bool &messageShowing);
 
-    /// Shows `MessageText`; an open dialog changes its text.
-    void LoadForm();
+    /// Shows `text`; an open dialog changes its text.
+    void LoadForm(const std::string &text);
     void unload() override;
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    MessageState &messages;
+    bool &showing;
     QLabel *OKLabel;
     FaceButton *OKButton;
 };

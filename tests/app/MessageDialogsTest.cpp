@@ -48,6 +48,22 @@ void MessageDialogsTest::holdsItsCaller() {
     }
 }
 
+void MessageDialogsTest::boxAndMessageAreApart() {
+    for (const bool boxFirst : {false, true}) {
+        FakePump pump;
+        MessageDialogs messages(pump);
+        const auto show = [&](bool box) {
+            box ? messages.ShowPlainBox("box") : messages.ShowMessage("message");
+        };
+        pump.in(0.5, [&] { show(!boxFirst); });
+        pump.in(1.0, [&] { leave(boxFirst ? "dlgOK" : "plainBox", "OKButton"); });
+        pump.in(2.0, [&] { leave(boxFirst ? "plainBox" : "dlgOK", "OKButton"); });
+        const double begun = pump.now();
+        show(boxFirst);
+        QCOMPARE(pump.now() - begun, 2.0);
+    }
+}
+
 void MessageDialogsTest::canBeAnsweredOverAModalDialog() {
     ProgramFixture kvn;
     kvn.serialPort.present.clear();

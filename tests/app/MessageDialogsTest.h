@@ -7,6 +7,7 @@ class MessageDialogsTest : public QObject {
 
 private Q_SLOTS:
     void holdsItsCaller();
+    void boxAndMessageAreApart();
     void canBeAnsweredOverAModalDialog();
     void asks();
     void textsOfTheSmallWindows_data();
