@@ -36,27 +36,27 @@ void LinkDispatch::DisconnectLink() {
     link.LinkKind = NoLinkKind;
 }
 
-void LinkDispatch::SendCommand(std::string_view text) {
+void LinkDispatch::SendCommand(std::string text) {
     if (pump.ended())
         return;
     if (link.LinkKind == SerialLinkKind)
-        serial.SerialWrite(text);
+        serial.SerialWrite(std::move(text));
     else if (link.LinkKind == NetworkLinkKind)
         network.SendIPOutputBuffer(text);
 }
 
-void LinkDispatch::SendCommandGetResponse(std::string_view text) {
+void LinkDispatch::SendCommandGetResponse(std::string text) {
     if (pump.ended())
         return;
     if (link.LinkKind == SerialLinkKind)
-        serial.SerialWriteGetResponse(text);
+        serial.SerialWriteGetResponse(std::move(text));
     else if (link.LinkKind == NetworkLinkKind)
         network.SendIPBufferGetResponse(text);
 }
 
 void LinkDispatch::exchangeCommand(std::string text) {
-    exchange.CommandText = std::move(text);
-    SendCommandGetResponse(exchange.CommandText);
+    exchange.CommandText = text;
+    SendCommandGetResponse(std::move(text));
 }
 
 void LinkDispatch::markFailed() {

@@ -3,7 +3,7 @@
 #include "link/NetworkLink.h"
 #include "link/SerialLink.h"
 
-#include <string_view>
+#include <string>
 
 /// The entry points through which all talk to the unit goes; `LinkKind` picks the link. Without a
 /// link kind, and once the program has ended, they do nothing at all.
@@ -20,12 +20,12 @@ public:
 
     /// Sends `text`, reads nothing.
     /// @throws LinkError if it cannot be sent
-    void SendCommand(std::string_view text);
+    void SendCommand(std::string text);
 
     /// Sends `text`, collects the reply for the link's read period, classifies it and leaves the
     /// result in `ReplyStatus` and `ResponseText`. Takes 0.3 s on serial, 0.8 s on network.
     /// @throws LinkError if it cannot be sent
-    void SendCommandGetResponse(std::string_view text);
+    void SendCommandGetResponse(std::string text);
 
     /// Sends and takes note of the command in `CommandText`.
     void exchangeCommand(std::string text);

@@ -31,6 +31,12 @@ NetworkLink::NetworkLink(LinkState &linkState, ExchangeState &exchangeState, Tcp
                 appendReceived(exchange.NetworkRawReply, socket.readAll());
             },
         .sendComplete = [this] { link.SendCompleteFlag = true; },
+        .lost =
+            [this] {
+                link.IPLinkOpenFlag = false;
+                link.IPConnectedFlag = false;
+                display.refreshAll();
+            },
     });
 }
 
@@ -41,6 +47,7 @@ void NetworkLink::SetupConnectIP() {
         link.IPConnectingFlag = false;
         return;
     }
+    const int thisConnect = ++connects;
     link.IPConnectingFlag = true;
     link.ConnectAttemptCount = 0;
     while (link.ConnectAttemptCount != AttemptCount) {
@@ -54,7 +61,7 @@ void NetworkLink::SetupConnectIP() {
         // A cancelled wait ends at once: whoever cancelled may want to connect again.
         pump.runFor(link.WaitSeconds,
                     [this] { return link.IPConnectedFlag || !link.IPConnectingFlag; });
-        if (pump.ended())
+        if (pump.ended() || connects != thisConnect)
             return;
         if (!attemptsContinue()) {
             link.IPLinkOpenFlag = link.IPConnectedFlag;

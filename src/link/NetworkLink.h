@@ -8,7 +8,8 @@
 
 #include <string_view>
 
-/// The unit behind a TCP connection to port 23 of its adapter.
+/// The unit behind a TCP connection to port 23 of its adapter. A connection that ends marks the
+/// link as down on every window; it stays down until it is connected anew.
 class NetworkLink {
 public:
     NetworkLink(LinkState &linkState, ExchangeState &exchangeState, TcpSocket &tcpSocket,
@@ -21,13 +22,14 @@ public:
     /// `IPLinkOpenFlag`, which is left as it was when all six attempts pass without an answer or
     /// when `IPConnectingFlag` is cleared meanwhile; so close before calling, and look afterwards.
     /// `IPConnectingFlag` stays set unless it was cleared from outside or the link was up already.
+    /// A connect that is begun inside the wait of another one takes over; the other one ends.
     void SetupConnectIP();
 
     /// Closes the link, whatever its state.
     void IPCheckifPortOpenwithClose();
 
-    /// Sends and waits until the first send ever is complete; later sends do not wait unless
-    /// `SendCompleteFlag` was cleared.
+    /// Sends `text`, before any event runs, and waits until the first send ever is complete; later
+    /// sends do not wait unless `SendCompleteFlag` was cleared.
     /// @throws LinkError if the connection is down or ends before the text is sent
     void SendIPOutputBuffer(std::string_view text);
 
@@ -44,4 +46,5 @@ private:
     TcpSocket &socket;
     EventPump &pump;
     LinkStatusDisplay &display;
+    int connects = 0; ///< counts them, so that one finds that another has taken over
 };

@@ -15,10 +15,21 @@ SerialLink::SerialLink(LinkState &linkState, ExchangeState &exchangeState, Seria
       exchange(exchangeState),
       port(serialPort),
       pump(eventPump),
-      display(statusDisplay) {}
+      display(statusDisplay) {
+    port.lost = [this] {
+        link.SerialPortOpen = false;
+        display.refreshAll();
+    };
+}
+
+SerialLink::~SerialLink() {
+    port.lost = [] {};
+}
 
 void SerialLink::TestCommPort(int portNumber) {
     pump.runQueued();
+    if (port.isOpen())
+        return;
     link.SerialPortOpen = false;
     if (pump.ended())
         return;
@@ -29,6 +40,12 @@ void SerialLink::TestCommPort(int portNumber) {
     }
     link.SerialPortOpen = true;
     port.close();
+}
+
+void SerialLink::selectPort(int portNumber) {
+    link.SelectedCommPort = portNumber;
+    deviceNumber = portNumber;
+    device = port.deviceOf(portNumber);
 }
 
 void SerialLink::OpenSerialPort() { openForUse(link.SelectedCommPort); }
@@ -44,7 +61,11 @@ void SerialLink::ReopenSerialPort(int portNumber) {
 void SerialLink::openForUse(int portNumber) {
     closePort();
     link.SerialPortOpen = false;
-    port.open(portNumber, SettingsForUse);
+    if (deviceNumber != portNumber) {
+        deviceNumber = portNumber;
+        device = port.deviceOf(portNumber);
+    }
+    port.open(portNumber, device, SettingsForUse);
     port.discardBuffers();
     link.SerialPortOpen = true;
     pump.runQueued();
@@ -56,27 +77,24 @@ void SerialLink::closePort() {
 }
 
 void SerialLink::CloseSerialPort() {
-    if (!port.isOpen()) {
-        // A device that went away closed the port without a word.
-        if (link.SerialPortOpen) {
-            link.SerialPortOpen = false;
-            display.ConnecthandleConnectionStatus();
-        }
+    if (!port.isOpen())
         return;
-    }
     port.close();
     link.LinkKind = NoLinkKind;
     link.SerialPortOpen = false;
     display.ConnecthandleConnectionStatus();
 }
 
-void SerialLink::SerialWrite(std::string_view text) {
+// Reopening runs events, so the text belongs to the write and not to its caller.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+void SerialLink::SerialWrite(std::string text) {
     reopenIfClosed();
     port.write(text);
 }
 
-void SerialLink::SerialWriteGetResponse(std::string_view text) {
-    // Reopening runs events; an exchange among them must not leave its reply in this one's.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+void SerialLink::SerialWriteGetResponse(std::string text) {
+    // An exchange among the events of a reopening must not leave its reply in this one's.
     reopenIfClosed();
     exchange.SerialRawReply.clear();
     port.write(text);

@@ -6,17 +6,25 @@
 #include "platform/SerialPort.h"
 #include "protocol/ExchangeState.h"
 
-#include <string_view>
+#include <string>
 
-/// The unit on a serial port. A write on a closed port opens it again with the last port, so the
-/// link heals after the port was gone for a while.
+/// The unit on a serial port. A device that goes marks the link as down on every window. A write on
+/// a closed port opens the same device again, so the link heals after it was gone for a while.
 class SerialLink {
 public:
     SerialLink(LinkState &linkState, ExchangeState &exchangeState, SerialPort &serialPort,
                EventPump &eventPump, LinkStatusDisplay &statusDisplay);
+    SerialLink(const SerialLink &) = delete;
+    SerialLink &operator=(const SerialLink &) = delete;
+    ~SerialLink();
 
     /// Leaves in `SerialPortOpen` whether COM port `port` can be opened. The port is closed after.
+    /// Events run first; a port that is opened for use among them stays open and is not tested.
     void TestCommPort(int port);
+
+    /// Makes COM port `port` the `SelectedCommPort`: whatever opens it from now on opens the device
+    /// that has the number now, even if another gets the number later.
+    void selectPort(int port);
 
     /// Opens `SelectedCommPort` for use.
     /// @throws LinkError with `SerialPortOpen` false
@@ -31,11 +39,11 @@ public:
 
     /// Writes without waiting.
     /// @throws LinkError if the port is closed and does not open again
-    void SerialWrite(std::string_view text);
+    void SerialWrite(std::string text);
 
     /// Writes, collects what arrives in 0.3 s and classifies it. Always takes the whole period.
     /// @throws LinkError as SerialWrite
-    void SerialWriteGetResponse(std::string_view text);
+    void SerialWriteGetResponse(std::string text);
 
     /// Whether the port behind an open link is still there.
     [[nodiscard]] bool portIsOpen() const { return port.isOpen(); }
@@ -52,4 +60,6 @@ private:
     SerialPort &port;
     EventPump &pump;
     LinkStatusDisplay &display;
+    int deviceNumber = 0; ///< the COM number by which `device` was selected
+    std::string device;
 };

@@ -61,7 +61,7 @@ void KVN32x32Audio::buildMenu() {
         QAction *action = menu->addAction(QLatin1String(item.caption));
         action->setObjectName(QLatin1String(item.name));
         connect(action, &QAction::triggered, this,
-                [this, topic = item.topic] { host.showHelp(topic); });
+                [this, topic = item.topic] { act([this, topic] { host.showHelp(topic); }); });
     }
     layout()->setMenuBar(bar);
     whenKey(Qt::Key_F1, [this] { host.showHelp(HelpTopic::Connecting); });
@@ -207,7 +207,7 @@ void KVN32x32Audio::unload() {
     host.restoreStartWindow();
 }
 
-void KVN32x32Audio::TurnOffEcho() { link.dispatch.SendCommand(command::EchoOff); }
+void KVN32x32Audio::TurnOffEcho() { link.dispatch.SendCommand(std::string(command::EchoOff)); }
 
 void KVN32x32Audio::resizeEvent(QResizeEvent *event) {
     Form::resizeEvent(event);

@@ -77,7 +77,9 @@ void VolumeControl::step(const std::string &newVolume) {
             try {
                 sendVolumeValue();
             } catch (const LinkError &) {
-                level = before;
+                // The unit may have reported a level meanwhile.
+                if (level == newVolume)
+                    level = before;
                 throw;
             }
         },
@@ -93,14 +95,16 @@ void VolumeControl::showCaption(const QString &output) {
 void VolumeControl::sendVolumeValue() {
     const int output = tools.panel.VolumeOutput;
     OutputStatusRecord &record = tools.routing.Outputs[output];
+    const std::string query = command::queryVolume(record.OutputNumberText);
     tools.controls.setLabel(tools.controls.OutputVolumeLabel, Waiting);
     tools.link.state.SendCompleteFlag = false;
     tools.link.dispatch.exchangeCommand(
         command::setVolume(record.OutputNumberText, record.VolumeText));
     tools.link.state.SendCompleteFlag = false;
-    tools.link.dispatch.exchangeCommand(command::queryVolume(record.OutputNumberText));
-    record.VolumeText =
-        volumeFromReply(tools.link.exchange.ResponseText, tools.link.exchange.CommandText);
+    tools.link.dispatch.exchangeCommand(query);
+    // After another exchange inside the wait the reply is that one's.
+    if (tools.link.exchange.CommandText == query)
+        record.VolumeText = volumeFromReply(tools.link.exchange.ResponseText, query);
     tools.controls.OutputVolumeValue[tools.model.OutputButtonIndex[output]]->setText(
         shown("Vol " + record.VolumeText));
 }

@@ -14,17 +14,32 @@ constexpr qint64 ReadBufferBytes = qint64{1} << 20;
 QtSerialPort::QtSerialPort(std::string appPath) : programFolder(std::move(appPath)) {
     port.setReadBufferSize(ReadBufferBytes);
     QObject::connect(
-        &port, &QSerialPort::errorOccurred, &port,
-        [this](QSerialPort::SerialPortError error) {
+        &port, &QSerialPort::errorOccurred, &port, [this](QSerialPort::SerialPortError error) {
             // A device that is gone reports one of these, over and over until it is closed.
             const bool gone = error == QSerialPort::ResourceError ||
                               error == QSerialPort::ReadError || error == QSerialPort::WriteError;
             if (!gone || !port.isOpen())
                 return;
-            failure = port.errorString().toStdString();
-            port.close();
-        },
-        Qt::QueuedConnection);
+            // Not from within the call that met the error.
+            QMetaObject::invokeMethod(
+                &port,
+                [this, mine = opening, reason = port.errorString().toStdString()] {
+                    lose(mine, reason);
+                },
+                Qt::QueuedConnection);
+        });
+}
+
+void QtSerialPort::lose(int ofOpening, const std::string &reason) {
+    if (ofOpening != opening || !port.isOpen())
+        return;
+    port.close();
+    failure = reason;
+    lost();
+}
+
+std::string QtSerialPort::deviceOf(int number) const {
+    return comPortDevice(programFolder, number);
 }
 
 std::string QtSerialPort::place() const {
@@ -47,10 +62,11 @@ void QtSerialPort::configure(std::string_view settings) {
     port.setFlowControl(QSerialPort::NoFlowControl);
 }
 
-void QtSerialPort::open(int number, std::string_view settings) {
+void QtSerialPort::open(int number, const std::string &portDevice, std::string_view settings) {
     close();
+    ++opening;
     portNumber = number;
-    device = comPortDevice(programFolder, number);
+    device = portDevice;
     port.setPortName(QString::fromStdString(device));
     configure(settings);
     if (!port.open(QIODevice::ReadWrite)) {

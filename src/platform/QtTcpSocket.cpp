@@ -50,6 +50,10 @@ QtTcpSocket::QtTcpSocket() {
         if (socket.bytesToWrite() == 0 && events.sendComplete)
             events.sendComplete();
     });
+    QObject::connect(&socket, &QTcpSocket::disconnected, &socket, [this] {
+        if (!closing && events.lost)
+            events.lost();
+    });
     QObject::connect(&socket, &QTcpSocket::errorOccurred, &socket,
                      [this](QAbstractSocket::SocketError error) { noteError(error); });
 }
@@ -87,10 +91,12 @@ void QtTcpSocket::connectTo(std::string_view host, int port) {
 }
 
 void QtTcpSocket::close() {
+    closing = true;
     if (socket.state() == QAbstractSocket::ConnectedState)
         socket.disconnectFromHost();
     if (socket.state() != QAbstractSocket::UnconnectedState)
         socket.abort();
+    closing = false;
     failed = false;
     reason = "the connection is closed";
 }

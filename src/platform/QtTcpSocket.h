@@ -25,4 +25,5 @@ private:
     std::string place;  ///< host and port of the last connect
     std::string reason; ///< why the last connection failed or ended
     bool failed = false;
+    bool closing = false; ///< close() is at work; what ends then is not lost
 };

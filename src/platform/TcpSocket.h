@@ -19,6 +19,8 @@ public:
         std::function<void()> connectComplete;
         std::function<void()> dataArrival;
         std::function<void()> sendComplete;
+        /// A connection that was complete has ended, not by close().
+        std::function<void()> lost;
     };
 
     TcpSocket() = default;

@@ -140,6 +140,29 @@ void LinkTest::opensPorts() {
     QCOMPARE(textOf(links), std::string("S-----|"));
 }
 
+void LinkTest::reopensTheDeviceThatWasOpen() {
+    LinkFixture links;
+    links.connectSerial();
+    links.serialPort.devices[7] = "another";
+    links.serialPort.present = {7, 8};
+    links.serial.TestCommPort(8);
+    for (const auto &reopen : {std::function<void()>([&] { ask(links); }),
+                               std::function<void()>([&] { links.dispatch.OpenLink(); })}) {
+        links.serialPort.close();
+        reopen();
+        QCOMPARE(links.serialPort.log.back(), std::string("open 7 38400,N,8,1"));
+    }
+    links.connectSerial(); // selected anew, so the number counts
+    QCOMPARE(links.serialPort.log.back(), std::string("open 7 38400,N,8,1 another"));
+}
+
+void LinkTest::testLeavesAPortInUse() {
+    LinkFixture links;
+    links.pump.in(0.0, [&] { links.connectSerial(); });
+    links.serial.TestCommPort(8);
+    QCOMPARE(textOf(links), std::string("S++---|"));
+}
+
 void LinkTest::cutReplyPollutesTheNext() {
     Links links('S');
     links.serialPort.wire.delay = 0.25;
@@ -156,8 +179,9 @@ void LinkTest::healsAClosedPort() {
     FakeStatusViews views(links.display);
     links.connectSerial();
     links.serialPort.close();
-    links.dispatch.CloseLink();
-    QCOMPARE(links.state.LinkKind, 'S');
+    links.dispatch.CloseLink(); // nothing at all
+    QCOMPARE(textOf(links), std::string("S+----|"));
+    QCOMPARE(views.captions(), Texts(4, ""));
     // An exchange that runs while the port opens again is not mixed in.
     links.pump.in(0.0, [&] { ask(links, "VOL L 1?\r"); });
     QCOMPARE(ask(links), Configuration);
@@ -168,6 +192,37 @@ void LinkTest::healsAClosedPort() {
     links.dispatch.CloseLink();
     QVERIFY(textOf(links).starts_with(" -----"));
     QCOMPARE(views.captions()[0], std::string("Not Connected"));
+}
+
+void LinkTest::reopeningKeepsCommandsApart() {
+    Links links('S');
+    links.answer([](std::string_view command) { return "\r\nOk " + std::string(command); });
+    const std::string take = "Con 3(1,2)3F (1,2)\r";
+    const std::string mute = "MUT M 3\r";
+    links.serialPort.vanish();
+    links.serialPort.present = {7};
+    links.pump.in(0.0, [&] { links.dispatch.exchangeCommand(mute); });
+    links.dispatch.exchangeCommand(take);
+    QCOMPARE(textOf(links), "S+++++" + mute + take + "|");
+    QCOMPARE(links.exchange.ResponseText, "\r\nOk " + take);
+}
+
+void LinkTest::lostLinksTellThemselves() {
+    // The link that goes and the link in use; what is left and what the windows read.
+    for (const auto &[lost, after, caption] : {std::tuple('S', "S--+++|", "Not Connected"),
+                                               {'E', "E++---|", "Not Connected"},
+                                               {'S', "E--+++|", "Connected to 10.0.0.5"},
+                                               {'E', "S++---|", "Connected on COM7"}}) {
+        Links links(after[0]);
+        FakeStatusViews views(links.display);
+        links.pump.in(1.0, [&, lost = lost] {
+            lost == 'S' ? links.serialPort.vanish() : links.socket.peerCloses();
+        });
+        links.pump.runFor(1.0, [] { return false; });
+        QCOMPARE(textOf(links), std::string(after));
+        QCOMPARE(views.captions(), Texts(4, caption));
+        QCOMPARE(links.messages.shown, Texts());
+    }
 }
 
 void LinkTest::nestedExchangeTakesOver() {
@@ -210,6 +265,17 @@ void LinkTest::connects() {
     }
 }
 
+void LinkTest::laterConnectTakesOver() {
+    LinkFixture links;
+    links.socket.host = Host::Silent;
+    links.pump.in(3.0, [&] { links.connectNetwork(); });
+    links.pump.in(99.0, [&] { links.pump.end(); });
+    links.connectNetwork();
+    const Texts &log = links.socket.log;
+    QCOMPARE(std::count(log.begin(), log.end(), "connect 10.0.0.5:23"), 2 + 6);
+    QVERIFY(!links.pump.ended());
+}
+
 void LinkTest::onlyTheFirstSendWaits() {
     Links links('E');
     links.socket.sendDelay = 1.5;
@@ -223,8 +289,8 @@ void LinkTest::guardTellsWhyItFails() {
     const std::string sending =
         "Sending to 10.0.0.5 port 23 failed: the remote host closed the connection.";
     for (const auto &[after, failure] :
-         {std::pair("S--++-|", std::string("Writing to COM7 failed: the port is not open.")),
-          {"E+----|", sending}}) {
+         {std::pair("S-----|", std::string("Writing to COM7 failed: the port is not open.")),
+          {"E-----|", sending}}) {
         Links links(after[0]);
         FakeStatusViews views(links.display);
         const auto yes = [] { return true; };

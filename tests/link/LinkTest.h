@@ -11,10 +11,15 @@ private Q_SLOTS:
     void usesTheLinkOfTheKind();
     void sendsNothingAfterTheEnd();
     void opensPorts();
+    void reopensTheDeviceThatWasOpen();
+    void testLeavesAPortInUse();
     void cutReplyPollutesTheNext();
     void healsAClosedPort();
+    void reopeningKeepsCommandsApart();
+    void lostLinksTellThemselves();
     void nestedExchangeTakesOver();
     void connects();
+    void laterConnectTakesOver();
     void onlyTheFirstSendWaits();
     void guardTellsWhyItFails();
     void statusDisplays_data();

@@ -42,7 +42,7 @@ QByteArray untimely(double due, const std::function<void()> &action, bool again 
 }
 
 /// A program folder in which COM7 can be a simulated unit, and both links.
-struct Place {
+struct Place : private LinkStatusView {
     QTemporaryDir folder;
     std::string path = folder.path().toStdString();
     QByteArray com7 = "--serial " + folder.path().toLatin1() + "/ports/com7";
@@ -54,14 +54,17 @@ struct Place {
     LinkStatusDisplay display{state};
     SerialLink serial{state, exchange, port, pump, display};
     NetworkLink network{state, exchange, socket, pump, display};
+    std::vector<std::string> told; ///< what the start window read, one after the other
 
     Place() {
+        display.attach(StatusWindow::Start, *this);
         state.LinkKind = SerialLinkKind;
         state.SelectedCommPort = 7;
     }
     [[nodiscard]] std::string failureOfSend() {
         return failureOf<LinkError>([&] { socket.send("CFG ?\r\n"); });
     }
+    void showLinkStatus(const LinkStatusLook &look) override { told.push_back(look.caption); }
     /// Connects and waits for what comes of it.
     void connect(const char *host, int tcpPort, SocketState expected,
                  const std::string &reason = "the connection is closed") {
@@ -143,7 +146,7 @@ void PlatformTest::serialPortsThatDoNotOpen() {
          {std::pair(20, std::string("(/dev/ttyACM7) failed: No such file or directory.")),
           {7,
            "(" + place.path + "/ports/com7) failed: Permission error while locking the device."}}) {
-        place.state.SelectedCommPort = port;
+        place.serial.selectPort(port);
         QCOMPARE(failureOf<LinkError>([&] { place.serial.OpenSerialPort(); }),
                  "Opening COM" + std::to_string(port) + " " + failure);
         place.serial.TestCommPort(port);
@@ -156,9 +159,16 @@ void PlatformTest::serialPortHeals() {
     const auto ask = [&] { place.serial.SerialWriteGetResponse("CFG ?\r\n"); };
     {
         const RunningSimulator simulator(place.com7);
+        for (int port = 1; port <= 20; ++port)
+            place.serial.TestCommPort(port);
+        place.serial.OpenSerialPort();
+        place.serial.closePort();
         place.serial.OpenSerialPort();
     }
-    place.pump.runFor(1.0, [&] { return !place.port.isOpen(); });
+    // Nothing but the device tells it.
+    place.pump.runFor(5.0, [&] { return !place.state.SerialPortOpen; });
+    place.pump.runQueued();
+    QCOMPARE(place.told, std::vector<std::string>({"Not Connected"}));
     QVERIFY(failureOf<LinkError>(ask).starts_with("Writing to COM7 (" + place.path));
     QVERIFY(!place.port.isOpen() && !place.state.SerialPortOpen);
     const RunningSimulator simulator(place.com7);
@@ -189,6 +199,7 @@ void PlatformTest::networkExchange() {
     QVERIFY(heard.ends_with("\r\n  Output 32 (A,U,0,V,-20,32,D,32)\r\n"));
     place.network.IPCheckifPortOpenwithClose();
     QCOMPARE(place.socket.state(), SocketState::Closed);
+    QCOMPARE(place.told, std::vector<std::string>()); // it was closed, not lost
 }
 
 void PlatformTest::connectsFail() {
@@ -210,7 +221,9 @@ void PlatformTest::connectsFail() {
     RunningSimulator simulator("--tcp 0 --fault close");
     place.connect(Loopback, simulator.tcpPort(), SocketState::Connected);
     QCOMPARE(place.failureOfSend(), std::string());
-    place.pump.runFor(5.0, [&] { return place.socket.state() == SocketState::Closed; });
+    QVERIFY(place.state.IPConnectedFlag);
+    place.pump.runFor(5.0, [&] { return !place.state.IPConnectedFlag; });
+    QCOMPARE(place.told, std::vector<std::string>({"Not Connected"}));
     QCOMPARE(place.exchange.NetworkRawReply, std::string("\r\nKVN-16x"));
     QVERIFY(place.failureOfSend().ends_with("The remote host closed the connection."));
 }

@@ -6,16 +6,24 @@
 
 void FakeSerialPort::vanish() {
     present.erase(openPort);
-    openPort = 0;
+    if (std::exchange(openPort, 0) != 0)
+        lost();
 }
 
-void FakeSerialPort::open(int port, std::string_view settings) {
+std::string FakeSerialPort::deviceOf(int port) const {
+    const auto renamed = devices.find(port);
+    return renamed == devices.end() ? "tty" + std::to_string(port) : renamed->second;
+}
+
+void FakeSerialPort::open(int port, const std::string &device, std::string_view settings) {
     openPort = 0;
     lastPort = port;
     if (!present.contains(port))
         throw LinkError("Opening", "COM" + std::to_string(port), "no such device");
     openPort = port;
-    log.push_back("open " + std::to_string(port) + " " + std::string(settings));
+    const bool usual = device == "tty" + std::to_string(port);
+    log.push_back("open " + std::to_string(port) + " " + std::string(settings) +
+                  (usual ? "" : " " + device));
 }
 
 void FakeSerialPort::close() {

@@ -3,6 +3,7 @@
 #include "platform/SerialPort.h"
 #include "support/FakeWire.h"
 
+#include <map>
 #include <optional>
 #include <set>
 #include <vector>
@@ -15,14 +16,17 @@ public:
     FakeWire wire;
     std::set<int> present;                 ///< ports that open
     std::optional<std::size_t> writeLimit; ///< bytes that still go out before a write fails
+    std::map<int, std::string> devices;    ///< of ports that are not tty and the number
     std::vector<std::string> log;          ///< "open 7 38400,N,8,1", "close"
 
-    /// Takes the open device away, as when its cable is pulled.
+    /// Takes the open device away, as when its cable is pulled, and tells so.
     void vanish();
     /// Bytes that arrive without having been asked for.
     void receive(std::string_view bytes) { input += bytes; }
 
-    void open(int port, std::string_view settings) override;
+    using SerialPort::open;
+    [[nodiscard]] std::string deviceOf(int port) const override;
+    void open(int port, const std::string &device, std::string_view settings) override;
     void close() override;
     [[nodiscard]] bool isOpen() const override { return openPort != 0; }
     void discardBuffers() override;

@@ -5,8 +5,9 @@
 #include <utility>
 
 void FakeTcpSocket::peerCloses() {
-    currentState = SocketState::Closed;
     reason = "the remote host closed the connection";
+    if (std::exchange(currentState, SocketState::Closed) == SocketState::Connected)
+        events.lost();
 }
 
 void FakeTcpSocket::connectTo(std::string_view address, int port) {

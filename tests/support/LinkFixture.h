@@ -39,7 +39,7 @@ public:
     /// Opens COM7 as the connection dialog does.
     void connectSerial() {
         state.LinkKind = SerialLinkKind;
-        state.SelectedCommPort = 7;
+        serial.selectPort(7);
         serial.OpenSerialPort();
     }
 
