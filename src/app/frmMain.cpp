@@ -88,13 +88,15 @@ bool frmMain::showsConnected() const {
 }
 
 void frmMain::Connect2CorvaneGetConfiguration() {
+    const int thisConnect = ++connects;
     if (!showsConnected()) {
         link.state.IPConnectingFlag = true;
         link.state.LinkKind = NoLinkKind;
         connectDialog.LoadForm();
-        pump.runUntil([this] { return !link.state.IPConnectingFlag; });
+        // A connect that was given up for the other kind of link leaves the dialog open.
+        pump.runUntil([this] { return !link.state.IPConnectingFlag && !connectDialog.isLoaded(); });
     }
-    if (!showsConnected() || pump.ended())
+    if (!showsConnected() || pump.ended() || connects != thisConnect)
         return;
     link.configuration.GetParseConfiguration();
     switch (link.exchange.ReplyStatus) {

@@ -48,4 +48,5 @@ private:
     FaceButton *savedUnitsButton;
     QLabel *ToDisconnectPortLabel;
     LinkStatusWidgets status;
+    int connects = 0; ///< counts them, so that one finds that a later one has taken over
 };

@@ -1,7 +1,6 @@
 #include "link/dlgConnect.h"
 
 #include "platform/LinkError.h"
-#include "platform/thenAlways.h"
 #include "protocol/Text.h"
 #include "widgets/Colours.h"
 #include "widgets/TextConversion.h"
@@ -11,6 +10,8 @@
 #include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace {
 
@@ -49,6 +50,7 @@ dlgConnect::dlgConnect(const LinkTools &linkTools)
     setWindowTitle(QStringLiteral("Connect to Zarn-Lt"));
     setWindowModality(Qt::ApplicationModal);
     setWindowFlag(Qt::Dialog);
+    Label2->setTextFormat(Qt::PlainText);
 
     auto *options = new QHBoxLayout(Frame1);
     options->addWidget(ConnectIPOption);
@@ -124,8 +126,20 @@ void dlgConnect::buildSerialFrame() {
     whenClicked(Connect2SerialButton, [this] { unload(); });
 }
 
+int dlgConnect::takeTurn() {
+    link.state.FindingPortsFlag = false;
+    Connect2IPButton->setEnabled(true);
+    if (connecting) {
+        connecting = false;
+        link.state.IPConnectingFlag = false;
+        link.network.IPCheckifPortOpenwithClose();
+        Label2->setText(QLatin1String(ConnectPrompt));
+    }
+    return ++turn;
+}
+
 void dlgConnect::LoadForm() {
-    ++visit;
+    takeTurn();
     Form_Load();
     present();
 }
@@ -167,6 +181,9 @@ void dlgConnect::showConnectProgress(const std::string &text) { Label2->setText(
 
 void dlgConnect::chooseNetwork() {
     LinkState &state = link.state;
+    // A connect that is under way is of this option, so it goes on.
+    if (!connecting)
+        takeTurn();
     // A port picked before would stay taken for the rest of the run.
     link.serial.CloseSerialPort();
     Connect2SerialButton->setEnabled(false);
@@ -210,21 +227,12 @@ void dlgConnect::enterInBox(int number) {
 }
 
 void dlgConnect::connectNetwork() {
-    // Only closing the dialog leaves a connect that is under way.
-    Connect2IPButton->setEnabled(false);
-    Frame1->setEnabled(false);
-    thenAlways([this] { tryToConnect(); },
-               [this] {
-                   Connect2IPButton->setEnabled(true);
-                   Frame1->setEnabled(true);
-               });
-}
-
-void dlgConnect::tryToConnect() {
     LinkState &state = link.state;
-    const int thisVisit = visit;
-    const auto cancelled = [this, thisVisit] { return visit != thisVisit || pump.ended(); };
+    const int thisTurn = takeTurn();
+    const auto givenUp = [this, thisTurn] { return turn != thisTurn || pump.ended(); };
     const auto &quads = state.IPAddressQuads;
+    connecting = true;
+    Connect2IPButton->setEnabled(false);
     state.LinkKind = NetworkLinkKind;
     state.RemoteIPAddress = quads[0] + "." + quads[1] + "." + quads[2] + "." + quads[3];
     showConnectProgress("Connecting to " + state.RemoteIPAddress);
@@ -232,30 +240,30 @@ void dlgConnect::tryToConnect() {
         // The outcome is read from flags that only a close clears.
         link.network.IPCheckifPortOpenwithClose();
         link.network.SetupConnectIP();
-        if (!state.IPConnectedFlag && !cancelled())
+        if (!state.IPConnectedFlag && !givenUp())
             link.network.SetupConnectIP();
     }
-    if (cancelled()) {
-        const bool reopened = visit > thisVisit + 1;
-        if (!reopened)
-            link.network.IPCheckifPortOpenwithClose();
+    if (givenUp())
+        return;
+    connecting = false;
+    if (state.IPConnectedFlag) {
+        state.LinkMadeCode = 1;
+        link.display.ConnecthandleConnectionStatus();
+        unload();
         return;
     }
-    if (!state.IPConnectedFlag) {
-        // The last attempt must not come through behind the user's back.
-        link.network.IPCheckifPortOpenwithClose();
-        link.messages.ShowMessage(
-            "Unable to connect using that IP address, check the address and try again.");
-        Label2->setText(QLatin1String(ConnectPrompt));
+    // The last attempt must not come through behind the user's back.
+    link.network.IPCheckifPortOpenwithClose();
+    link.messages.ShowMessage(
+        "Unable to connect using that IP address, check the address and try again.");
+    if (givenUp())
         return;
-    }
-    state.LinkMadeCode = 1;
-    link.display.ConnecthandleConnectionStatus();
-    unload();
+    Label2->setText(QLatin1String(ConnectPrompt));
+    Connect2IPButton->setEnabled(true);
 }
 
 void dlgConnect::chooseSerial() {
-    const int thisVisit = visit;
+    const int thisTurn = takeTurn();
     // The search opens and closes ports; one that was picked before would be closed by it
     // unnoticed.
     link.serial.CloseSerialPort();
@@ -266,35 +274,40 @@ void dlgConnect::chooseSerial() {
     Label1->setText(QStringLiteral("Finding Comm Ports"));
     Label1->show();
     link.state.FindingPortsFlag = true;
-    FindCommPorts();
+    FindCommPorts(thisTurn);
     pump.runUntil([this] { return !link.state.FindingPortsFlag; });
+    if (turn != thisTurn)
+        return;
     SerialPortsCombo->show();
-    if (visit == thisVisit)
-        link.state.LinkKind = SerialLinkKind;
+    link.state.LinkKind = SerialLinkKind;
 }
 
-void dlgConnect::FindCommPorts() {
+void dlgConnect::FindCommPorts(int thisTurn) {
     LinkState &state = link.state;
-    const int thisVisit = visit;
     state.PortsFoundCount = 0;
     for (int port = 1; port <= LastCommPort; ++port) {
         link.serial.TestCommPort(port);
-        state.PortAvailable[port] = state.SerialPortOpen ? 1 : 0;
-        if (!state.SerialPortOpen)
+        if (turn != thisTurn)
+            return;
+        // The flag is the answer; the port itself is closed again.
+        const bool found = std::exchange(state.SerialPortOpen, false);
+        state.PortAvailable[port] = found ? 1 : 0;
+        if (!found)
             continue;
         SerialPortsCombo->addItem(QStringLiteral("Comm%1").arg(port));
         ++state.PortsFoundCount;
     }
-    state.SerialPortOpen = false;
     if (state.PortsFoundCount != 0) {
         Label1->setText(QStringLiteral("Found Comm Ports"));
         SerialPortsCombo->setCurrentIndex(-1);
         SerialPortsCombo->show();
-    } else if (visit == thisVisit) {
+    } else {
         link.messages.ShowMessage(
             "There are no COM ports available for updating\r\nClose any serial "
             "communications programs in use, or connect a USB to Serial "
             "Adapter Cable.");
+        if (turn != thisTurn)
+            return;
         clearOption(ConnectSerialOption);
         MakeSerialInvisible();
     }
@@ -303,35 +316,38 @@ void dlgConnect::FindCommPorts() {
 
 void dlgConnect::choosePort(int item) {
     LinkState &state = link.state;
-    const int thisVisit = visit;
     const std::string name = typed(SerialPortsCombo->itemText(item));
-    state.SelectedCommPort = static_cast<int>(leadingNumber(mid(name, 5, 2)));
-    state.PreviousCommPort = state.SelectedCommPort;
-    link.messages.ShowMessage("Please make sure the Zarn is connected to the Comm Port " +
-                              std::to_string(state.SelectedCommPort) + " Cable before proceeding!");
-    const bool stillWanted = visit == thisVisit && !SerialConnectionFrame->isHidden();
-    if (!stillWanted || pump.ended())
+    const int port = static_cast<int>(leadingNumber(mid(name, 5, 2)));
+    if (!isLoaded() || port == 0)
         return;
+    const int thisTurn = takeTurn();
+    link.messages.ShowMessage("Please make sure the Zarn is connected to the Comm Port " +
+                              std::to_string(port) + " Cable before proceeding!");
+    if (turn != thisTurn || pump.ended())
+        return;
+    // Not before: until now the port in use was another one.
+    link.serial.selectPort(port);
+    state.PreviousCommPort = port;
     try {
         link.serial.OpenSerialPort();
     } catch (const LinkError &) {
         // Shown by the status below, as every port that does not open.
     }
+    if (!state.SerialPortOpen && turn != thisTurn)
+        return;
+    state.LinkKind = SerialLinkKind;
+    link.display.ConnecthandleConnectionStatus();
     if (state.SerialPortOpen) {
-        state.LinkKind = SerialLinkKind;
-        link.display.ConnecthandleConnectionStatus();
-        status.ZarnConnectedLabel->show();
         state.LinkMadeCode = 1;
         state.ActiveCommPort = state.SelectedCommPort;
         state.SerialSelectedFlag = true;
     } else {
         status.showLinkStatus({.caption = "Not Connected", .background = Rgb{192, 0, 0}});
-        status.ZarnConnectedLabel->show();
         state.LinkMadeCode = 0;
         link.display.handleZarnConnectedFlag();
     }
+    status.ZarnConnectedLabel->show();
     Connect2SerialButton->setEnabled(state.SerialPortOpen);
-    state.LinkKind = SerialLinkKind;
 }
 
 void dlgConnect::HandleIPOnly() {
@@ -354,7 +370,7 @@ void dlgConnect::handleSerialOnly() {
 void dlgConnect::unload() {
     if (!isLoaded())
         return;
-    ++visit;
+    takeTurn();
     link.state.IPConnectingFlag = false;
     Form::unload();
 }

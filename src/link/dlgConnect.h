@@ -41,10 +41,10 @@ private:
     void MakeSerialInvisible();
     void chooseNetwork();
     void chooseSerial();
-    void FindCommPorts();
+    void FindCommPorts(int thisTurn);
     void choosePort(int item);
     void connectNetwork();
-    void tryToConnect();
+    int takeTurn();
     void leaveBox(int number);
     void enterInBox(int number);
     void showConnectProgress(const std::string &text) override;
@@ -65,5 +65,6 @@ private:
     QLabel *Label1;
     FaceButton *Connect2SerialButton;
     LinkStatusWidgets status;
-    int visit = 0; ///< counts openings and closings; tells a handler that its dialog is gone
+    int turn = 0; ///< counts what is begun or ended; tells a handler that another has taken over
+    bool connecting = false; ///< a network connect of this turn is under way
 };

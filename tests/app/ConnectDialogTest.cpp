@@ -2,11 +2,12 @@
 
 #include "support/DataTable.h"
 #include "support/ProgramFixture.h"
-#include "support/toString.h"
+#include "support/checkRows.h"
 
 #include <QComboBox>
 
 #include <cmath>
+#include <sstream>
 
 namespace {
 
@@ -32,6 +33,20 @@ void inDialog(ProgramFixture &kvn, const std::vector<std::function<void()>> &ste
 
 auto connects(const ProgramFixture &kvn) {
     return std::count(kvn.socket.log.begin(), kvn.socket.log.end(), "connect 10.0.0.5:23");
+}
+
+/// One step in the dialog, by its mark: a port, or what is clicked.
+void carryOut(const std::string &mark) {
+    if (mark == "3" || mark == "7")
+        QTest::keyClick(part("SerialPortsCombo"), mark == "3" ? Qt::Key_Home : Qt::Key_End);
+    else if (mark == "frame")
+        ProgramFixture::window("dlgConnect")->close();
+    else if (mark == "ok")
+        ProgramFixture::window("dlgOK")->close();
+    else if (mark == "connect")
+        ProgramFixture::click("dlgConnect", "Connect2SerialButton");
+    else
+        choose(mark == "serial" ? "ConnectSerialOption" : "ConnectIPOption");
 }
 
 void connectNetwork() {
@@ -115,6 +130,43 @@ void ConnectDialogTest::choosesAPort() {
     inDialog(kvn, {[] { choose("ConnectSerialOption"); }, choosePort, look});
     result += "; " + kvn.visibleWindows() + "; " + kvn.serialPort.log.back() + "; ";
     QTEST(result + kvn.messages, "result");
+}
+
+void ConnectDialogTest::namesThePortThatIsOpen() {
+    // Picks the first or the last port, answers the reminder, or leaves in some way.
+    checkRows({{"7 ok connect", "COM7; 7; 7"},
+               {"7 ok 3 frame", "COM7; 7; 7"},
+               {"7 ok 3 connect", "COM7; 7; 7"},
+               {"7 ok 3 ok connect", "COM3; 7 3; 3"},
+               {"3 7 ok connect", "COM7; 7; 7"}, // one OK for both, the last one counts
+               {"3 serial ok 7 ok connect", "COM7; 7; 7"},
+               {"7 ok 3 ethernet ok frame", "; 7; "},
+               {"3 frame", "; ; "}},
+              [](const std::string &marks) {
+                  ProgramFixture kvn;
+                  kvn.serialPort.present = {3, 7};
+                  std::vector<std::function<void()>> steps{[] { choose("ConnectSerialOption"); }};
+                  std::istringstream words(marks);
+                  for (std::string word; words >> word;)
+                      steps.emplace_back([word] { carryOut(word); });
+                  inDialog(kvn, steps);
+                  const auto used = [&] {
+                      std::string ports;
+                      for (const std::string &entry : std::exchange(kvn.serialPort.log, {})) {
+                          if (entry.ends_with("38400,N,8,1"))
+                              ports += " " + entry.substr(5, 1);
+                      }
+                      return ";" + (ports.empty() ? " " : ports);
+                  };
+                  const std::string link = kvn.text("frmMain", "ZarnConnectedLabel");
+                  std::string result =
+                      (link == "Not Connected" ? "" : link.substr(link.find("COM"))) + used();
+                  kvn.serialPort.vanish(); // the next action opens the port again
+                  kvn.serialPort.present = {3, 7};
+                  if (kvn.isShown("KVN32x32Audio"))
+                      kvn.click("KVN32x32Audio", "TakeButton");
+                  return result + used();
+              });
 }
 
 void ConnectDialogTest::takesAnAddress_data() {
@@ -215,4 +267,60 @@ void ConnectDialogTest::closingCancels() {
         closes(moment, "dlgConnect");
     for (const double moment : {3.0, 20.0})
         closes(moment, "frmMain");
+}
+
+void ConnectDialogTest::otherOptionEndsAConnect() {
+    for (const double moment : {0.5, 5.0, 15.0}) { // in both rounds
+        ProgramFixture kvn;
+        kvn.socket.host = FakeTcpSocket::Host::Silent;
+        auto before = connects(kvn);
+        kvn.answerMessages();
+        kvn.pump.in(0.1 + moment, [&] {
+            before = connects(kvn);
+            choose("ConnectSerialOption");
+            QVERIFY(part("SerialPortsCombo")->isVisible());
+            QVERIFY(!kvn.program.linkState.IPConnectingFlag);
+            QCOMPARE(kvn.socket.state(), SocketState::Closed);
+        });
+        kvn.pump.in(0.2 + moment, [&] { carryOut("7"); });
+        kvn.pump.in(0.3 + moment, [&] { carryOut("connect"); });
+        inDialog(kvn, {connectNetwork});
+        QCOMPARE(connects(kvn), before);
+        QVERIFY2(kvn.messages.find("Unable") == std::string::npos, kvn.messages.c_str());
+        QCOMPARE(kvn.text("KVN32x32Audio", "ZarnConnectedLabel"), std::string("Connected on COM7"));
+        QCOMPARE(kvn.takeWritten() + kvn.visibleWindows(),
+                 std::string("CFG ?\r\nSTA O A\rSTA O A\rKVN32x32Audio frmMain"));
+    }
+}
+
+void ConnectDialogTest::openedAgainIsAlive() {
+    // Closed and opened again while the connect or the search of the visit before is under way.
+    for (const bool searching : {false, true}) {
+        ProgramFixture kvn;
+        kvn.answerMessages();
+        kvn.socket.host = FakeTcpSocket::Host::Silent;
+        const auto openAgain = [&] {
+            kvn.socket.host = FakeTcpSocket::Host::Answers;
+            kvn.window("dlgConnect")->close();
+            kvn.pump.in(0.1, [] {
+                QVERIFY(part("ConnectSerialOption")->isEnabled());
+                QVERIFY(
+                    part("Connect2IPButton")->isEnabledTo(ProgramFixture::window("dlgConnect")));
+                connectNetwork();
+            });
+            kvn.click("frmMain", "MainControlButton_0");
+        };
+        const auto search = [&] {
+            kvn.pump.in(0.0, openAgain);
+            choose("ConnectSerialOption");
+        };
+        if (!searching)
+            kvn.pump.in(3.0, openAgain);
+        inDialog(kvn, {searching ? std::function<void()>(search) : connectNetwork});
+        QCOMPARE(kvn.takeWritten() + kvn.visibleWindows() + kvn.messages,
+                 std::string("CFG ?\r\nSTA O A\rSTA O A\rKVN32x32Audio frmMain"));
+        QCOMPARE(kvn.text("KVN32x32Audio", "ZarnConnectedLabel"),
+                 std::string("Connected to 10.0.0.5"));
+        QCOMPARE(kvn.socket.state(), SocketState::Connected);
+    }
 }

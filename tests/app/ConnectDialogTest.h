@@ -10,9 +10,12 @@ private Q_SLOTS:
     void findsPorts();
     void choosesAPort_data();
     void choosesAPort();
+    void namesThePortThatIsOpen();
     void takesAnAddress_data();
     void takesAnAddress();
     void hostsThatDoNotAnswer_data();
     void hostsThatDoNotAnswer();
     void closingCancels();
+    void otherOptionEndsAConnect();
+    void openedAgainIsAlive();
 };
