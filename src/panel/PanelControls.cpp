@@ -2,6 +2,8 @@
 
 #include "widgets/Colours.h"
 
+#include <QTextDocument>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -59,6 +61,7 @@ void PanelControls::makeArray(ControlArray<Control> &array, const char *name,
 QLabel *PanelControls::makeLabel(const char *name, const TwipRect &rect, const QString &text,
                                  Growth growth) {
     auto *label = make<QLabel>(QLatin1String(name), rect, text);
+    label->setTextFormat(Qt::PlainText);
     const bool centred = growth == Growth::ToBothSides;
     label->setAlignment((centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
     placedControls.back().growth = growth;
@@ -93,7 +96,7 @@ void PanelControls::makeOutputs() {
               QStringLiteral("A"));
     makeArray(InputVideoConnected, "InputVideoConnected", place::InputVideoConnected, QString());
     makeArray(InputAudioConnected, "InputAudioConnected", place::InputAudioConnected, QString());
-    makeArray(OutputVolumeValue, "OutputVolumeValue", place::OutputVolumeValue, QString());
+    makeArray(OutputVolumeValue, "OutputVolumeValue", place::OutputVolumeValue, pointer);
     makeArray(MuteButton, "MuteButton", place::MuteButton, QStringLiteral("Mute"));
     for (int slot = 0; slot <= OutputNumberLabel.last(); ++slot) {
         OutputNumberLabel[slot]->setAlignment(Qt::AlignCenter);
@@ -224,14 +227,17 @@ void PanelControls::placeLabel(const Placed &placed) const {
 }
 
 void PanelControls::showName(const QString &name) {
-    KVNNameLabel->setToolTip(name);
+    unitName = name;
+    // A tool tip may take a text for markup.
+    KVNNameLabel->setToolTip(name.isEmpty() ? QString()
+                                            : Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal));
     KVNNameLabel->setVisible(!name.isEmpty());
     elideName();
 }
 
 void PanelControls::elideName() const {
-    KVNNameLabel->setText(KVNNameLabel->fontMetrics().elidedText(
-        KVNNameLabel->toolTip(), Qt::ElideRight, KVNNameLabel->width()));
+    KVNNameLabel->setText(
+        KVNNameLabel->fontMetrics().elidedText(unitName, Qt::ElideRight, KVNNameLabel->width()));
 }
 
 void PanelControls::setLabel(QLabel *label, const QString &text) {

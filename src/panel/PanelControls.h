@@ -94,6 +94,8 @@ private:
     void elideName() const;
 
     QWidget &sheet;
+    PointerWatch pointer;
+    QString unitName; ///< whole; the label may show less of it
     QWidget *nowhere; ///< the hidden parent of every slot 0
     std::vector<Placed> placedControls;
 };

@@ -52,6 +52,10 @@ dlgPresets::dlgPresets(const PanelTools &panelTools, ConnectionDisplay &connecti
 }
 
 void dlgPresets::LoadForm() {
+    if (isLoaded()) { // the choice and its mark stand
+        present();
+        return;
+    }
     for (int preset = 1; preset <= NewPresetButton.last(); ++preset) {
         NewPresetButton[preset]->setText(QStringLiteral("Preset %1").arg(preset));
         NewPresetButton[preset]->setFace(colour::Neutral);

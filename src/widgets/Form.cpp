@@ -42,7 +42,8 @@ void Form::whenClicked(QAbstractButton *button, std::function<void()> action) {
 void Form::whenKey(const QKeySequence &keys, std::function<void()> action) {
     auto *shortcut = new QShortcut(keys, this);
     shortcut->setAutoRepeat(false);
-    connect(shortcut, &QShortcut::activated, this, std::move(action));
+    connect(shortcut, &QShortcut::activated, this,
+            [this, action = std::move(action)] { act(action); });
 }
 
 void Form::closeEvent(QCloseEvent *event) {

@@ -9,6 +9,7 @@ LinkStatusWidgets::LinkStatusWidgets(QWidget *parent)
       ZarnConnectedImage(new LinkPicture(true, parent)),
       ZarnNotConnectedImage(new LinkPicture(false, parent)) {
     ZarnConnectedLabel->setObjectName(QStringLiteral("ZarnConnectedLabel"));
+    ZarnConnectedLabel->setTextFormat(Qt::PlainText);
     ZarnConnectedLabel->setAutoFillBackground(true);
     ZarnConnectedLabel->setAlignment(Qt::AlignCenter);
     ZarnConnectedImage->setObjectName(QStringLiteral("ZarnConnectedImage"));

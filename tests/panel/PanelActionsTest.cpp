@@ -218,11 +218,65 @@ void PanelActionsTest::choosesAVolume() {
               });
 }
 
+void PanelActionsTest::choosesNoVolumeAtRest() {
+    PanelFixture kvn;
+    auto *box = kvn.on("OutputVolumeValue_3");
+    const QPointF rest = box->mapToGlobal(QPointF(box->rect().center()));
+    const auto enter = [&](const QPointF &at) {
+        QEnterEvent entered(box->mapFromGlobal(at), at, at);
+        QCoreApplication::sendEvent(box, &entered);
+        return volumeControls();
+    };
+    // The box comes up where the pointer rests.
+    box->hide();
+    QCursor::setPos(rest.toPoint());
+    QCoreApplication::processEvents();
+    box->show();
+    QCoreApplication::processEvents();
+    QCOMPARE(enter(rest), std::string("---L Output volume"));
+    QCOMPARE(enter(rest + QPointF(1, 0)), std::string("UDOL Output 3 volume"));
+    // A window over it goes; the pointer was moved within that one last.
+    kvn.clicks("escape");
+    QMouseEvent over(QEvent::MouseMove, {1, 1}, rest, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(kvn.window("frmMain"), &over);
+    QCOMPARE(enter(rest), std::string("---L Output 3 volume"));
+    QMouseEvent moved(QEvent::MouseMove, {1, 1}, rest - QPointF(0, 1), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(box, &moved);
+    QCOMPARE(volumeControls(), std::string("UDOL Output Out3 volume"));
+}
+
+void PanelActionsTest::keepsTheLevelApart() {
+    // Happens in the wait for the level of output 1; then the levels that are shown.
+    checkRows({{"", "Vol -19 Vol -20"},
+               {"mute", "Vol -19 Vol -20"},
+               {"step the other", "Vol -19 Vol -19"},
+               {"lose", "Vol -20 Vol -20"}},
+              [](const std::string &meanwhile) {
+                  PanelFixture kvn;
+                  pointAt("OutputVolumeValue_1", "move");
+                  kvn.pump.in(meanwhile == "lose" ? 0.1 : 0.4, [&] {
+                      if (meanwhile == "mute")
+                          kvn.clicks("m2");
+                      if (meanwhile == "lose")
+                          kvn.serialPort.vanish();
+                      if (meanwhile == "step the other") {
+                          pointAt("OutputVolumeValue_2", "move");
+                          kvn.clicks("up");
+                      }
+                  });
+                  kvn.clicks("up");
+                  return kvn.textOf("OutputVolumeValue_1") + " " +
+                         kvn.textOf("OutputVolumeValue_2");
+              });
+}
+
 void PanelActionsTest::recallsPresets() {
     checkRows({{"go", ""},
                {"p1 go", "EXECUTE busy, Preset 1 green, PST X 1\r"},
                {"p3 p32 p32 go go", "EXECUTE busy, Preset 32 green, PST X 32\r"},
                {"p7 p7", "Preset 7 green, "},
+               {"p5 again", "Preset 5 green, "},
                {"p5 close presets", ""},
                {"p5 frame presets go", "EXECUTE busy, PST X 5\r"},
                {"p5 Esc presets p6 go", "EXECUTE busy, Preset 6 green, PST X 6\r"}},
@@ -236,7 +290,10 @@ void PanelActionsTest::recallsPresets() {
                       QCoreApplication::processEvents(); // the window becomes the active one
                       if (word == "go")
                           kvn.pump.in(0.1, [&] { shown += presets(); });
-                      kvn.clicks(word);
+                      if (word == "again")
+                          kvn.clickAnything("KVN32x32Audio", "GoToPresets");
+                      else
+                          kvn.clicks(word);
                       const bool panel = !kvn.isShown("dlgPresets");
                       if (kvn.window("KVN32x32Audio")->isMinimized() == panel ||
                           (panel && volumeControls() != "---L Output 1 volume"))
@@ -263,6 +320,18 @@ void PanelActionsTest::survivesNestedClicks() {
         kvn.clicks("iV4 oV1 take");
         QCOMPARE(kvn.takeWritten(), "Con 4(1)" + Queries);
     }
+}
+
+void PanelActionsTest::twoClicksReopenThePort() {
+    PanelFixture kvn;
+    kvn.clicks("iB3 oB1 oB2");
+    kvn.serialPort.vanish();
+    kvn.serialPort.present = {7};
+    kvn.pump.in(0.0, [] { PanelFixture::on<QAbstractButton>("MuteButton_3")->click(); });
+    kvn.clicks("take");
+    QCOMPARE(kvn.takeWritten(), "MUT M 3" + Queries + "Con 3(1,2)3F (1,2)" + Queries);
+    QCOMPARE(kvn.pending() + kvn.textOf("InputVideoConnected_2"), std::string("3"));
+    QVERIFY(kvn.unit.muted(3));
 }
 
 void PanelActionsTest::windowsClosedInAWait() {
@@ -310,6 +379,9 @@ void PanelActionsTest::linkIsLost() {
         kvn.pump.in(after(waits, overNetwork),
                     [&] { overNetwork ? kvn.socket.peerCloses() : kvn.serialPort.vanish(); });
         kvn.pump.runQueued();
+        const char *const told = waits > 0.0 ? "Connected" : "Not Connected";
+        for (const char *const window : {"frmMain", "dlgControlExisting", "KVN32x32Audio"})
+            QVERIFY(kvn.text(window, "ZarnConnectedLabel").starts_with(told));
         kvn.clicks(clicks);
         QCOMPARE(kvn.takeWritten(), sent);
         const std::string message = std::exchange(kvn.messages, {});

@@ -11,8 +11,11 @@ private Q_SLOTS:
     void showsWhatTheUnitReports();
     void stepsTheVolume();
     void choosesAVolume();
+    void choosesNoVolumeAtRest();
+    void keepsTheLevelApart();
     void recallsPresets();
     void survivesNestedClicks();
+    void twoClicksReopenThePort();
     void windowsClosedInAWait();
     void linkIsLost();
     void oddStatusReplies();

@@ -3,6 +3,9 @@
 #include "PanelFixture.h"
 #include "support/checkRows.h"
 
+#include <QAction>
+#include <QTextDocumentFragment>
+
 #include <cmath>
 
 namespace {
@@ -156,6 +159,33 @@ void PanelLayoutTest::scalesAndHoldsTheLongestTexts() {
     });
     const int after = button->fontMetrics().horizontalAdvance(QStringLiteral("Vid/Aud"));
     QVERIFY(after * 10 > before * 13);
+}
+
+void PanelLayoutTest::showsNamesAsTheyAre() {
+    const std::string name = "<b>A</b> & &lt; <i>";
+    PanelFixture kvn;
+    kvn.program.panelState.SelectedUnitName = name;
+    kvn.part<QAction>("frmMain", "Connect2Corvane")->trigger();
+    const auto *label = kvn.on<QLabel>("KVNNameLabel");
+    QCOMPARE(label->text().toStdString(), name);
+    const QString toolTip = label->toolTip();
+    QVERIFY(Qt::mightBeRichText(toolTip));
+    QCOMPARE(QTextDocumentFragment::fromHtml(toolTip).toPlainText().toStdString(), name);
+    // A label that takes its text for markup is as wide as what the markup leaves.
+    for (const auto &[window, labelName] : {std::pair("KVN32x32Audio", "KVNNameLabel"),
+                                            {"KVN32x32Audio", "CorvaneTypeLabel"},
+                                            {"KVN32x32Audio", "ZarnConnectedLabel"},
+                                            {"frmMain", "ZarnConnectedLabel"},
+                                            {"dlgConnect", "ZarnConnectedLabel"},
+                                            {"dlgConnect", "Label2"},
+                                            {"dlgOK", "OKLabel"}}) {
+        auto *shown = kvn.part<QLabel>(window, labelName);
+        shown->setWordWrap(false);
+        shown->setText(QString::fromStdString(name));
+        QVERIFY2(shown->sizeHint().width() >=
+                     shown->fontMetrics().horizontalAdvance(QString::fromStdString(name)),
+                 labelName);
+    }
 }
 
 void PanelLayoutTest::tabGoesDownAndRight() {

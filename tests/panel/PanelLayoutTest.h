@@ -8,5 +8,6 @@ class PanelLayoutTest : public QObject {
 private Q_SLOTS:
     void showsWhatTheUnitHas();
     void scalesAndHoldsTheLongestTexts();
+    void showsNamesAsTheyAre();
     void tabGoesDownAndRight();
 };
