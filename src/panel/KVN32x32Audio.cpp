@@ -100,11 +100,11 @@ void KVN32x32Audio::connectSlots() {
 }
 
 void KVN32x32Audio::LoadForm() {
-    const int thisVisit = visit;
+    const int thisVisit = tools.panel.visit;
     host.showSetup();
     thenAlways([this] { openSequence(); }, [this] { host.hideSetup(); });
     // An open panel that was loaded again can be closed while it loads.
-    if (visit == thisVisit)
+    if (tools.panel.visit == thisVisit)
         present();
 }
 
@@ -167,14 +167,18 @@ void KVN32x32Audio::openLinkIfDown() {
 }
 
 void KVN32x32Audio::readStatus() {
-    link.guard.run([this] { link.outputStatus.RequestOutputStatus(); },
-                   [this, thisVisit = visit] { return visit == thisVisit; });
+    link.guard.run(
+        [this] { link.outputStatus.RequestOutputStatus(); },
+        [this, thisVisit = tools.panel.visit] { return tools.panel.visit == thisVisit; });
 }
 
 void KVN32x32Audio::toggleMute(int slot) {
     const int output = tools.model.ButtonOutput[slot];
     const bool unmuted = tools.routing.Outputs[output].MuteFlag == 'U';
+    const int thisVisit = tools.panel.visit;
     link.dispatch.exchangeCommand(unmuted ? command::mute(output) : command::unmute(output));
+    if (tools.panel.visit != thisVisit)
+        return;
     link.outputStatus.RequestOutputStatus();
     display.DisplayOutputsConnectedtoInputs();
 }
@@ -194,7 +198,7 @@ void KVN32x32Audio::exitClicked() {
 void KVN32x32Audio::unload() {
     if (!isLoaded())
         return;
-    ++visit;
+    ++tools.panel.visit;
     Form::unload();
     presets.unload();
     link.dispatch.CloseLink();

@@ -53,5 +53,4 @@ private:
     SlotSetup slotSetup;
     RouteSelection selection;
     dlgPresets presets;
-    int visit = 0; ///< counts closings; tells a loading that its panel is gone
 };

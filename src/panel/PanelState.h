@@ -20,5 +20,6 @@ struct PanelState {
     int VolumeOutput = 0;  ///< output whose volume is stepped; 0: none
     int CurrentPreset = 0; ///< preset chosen and not yet executed; 0: none
     bool PanelFromSavedUnits = false;
+    int visit = 0; ///< counts closings; tells an action that its panel was closed in its waits
     std::string SelectedUnitName; ///< the saved unit's name; empty: none
 };

@@ -213,7 +213,10 @@ void RouteSelection::SendAudioConMessage() {
 }
 
 void RouteSelection::sendRoute(std::string commandText) {
+    const int thisVisit = tools.panel.visit;
     tools.link.dispatch.exchangeCommand(std::move(commandText));
+    if (tools.panel.visit != thisVisit)
+        return;
     tools.link.outputStatus.RequestOutputStatus();
     display.DisplayOutputsConnectedtoInputs();
 }
@@ -234,11 +237,20 @@ void RouteSelection::clickTake() {
             break;
         }
     };
-    const auto dropSelection = [this] {
+    // A panel that was closed meanwhile has begun anew, perhaps with picks of its own.
+    const auto stillOpen = [this, thisVisit = tools.panel.visit] {
+        return tools.panel.visit == thisVisit;
+    };
+    const auto dropSelection = [&] {
+        if (!stillOpen())
+            return;
         tools.panel.CurrentInput = 0;
         clickClear();
     };
-    const auto disarm = [this] { tools.controls.TakeButton->setFace(colour::Neutral); };
+    const auto disarm = [&] {
+        if (stillOpen())
+            tools.controls.TakeButton->setFace(colour::Neutral);
+    };
     tools.controls.TakeButton->setFace(colour::Busy);
     thenAlways([&] { thenAlways(send, dropSelection); }, disarm);
 }

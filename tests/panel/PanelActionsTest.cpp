@@ -370,6 +370,21 @@ void PanelActionsTest::windowsClosedInAWait() {
     }
 }
 
+void PanelActionsTest::reopenedInAWait() {
+    for (const bool overNetwork : {false, true}) {
+        for (const char *const first : {"take", "m1"}) {
+            PanelFixture kvn("KVN-16x16-RGBA", overNetwork);
+            kvn.clicks("iB3 oB1");
+            kvn.pump.in(0.1, [&] { kvn.clicks("exit open iB4 oB2"); });
+            kvn.clicks(first);
+            QCOMPARE(kvn.takeWritten() + kvn.messages, std::string());
+            QVERIFY(kvn.textsOf("InputNumberLabel").starts_with("1 2 "));
+            kvn.clicks("take");
+            QCOMPARE(kvn.takeWritten(), "Con 4(2)4F (2)" + Queries);
+        }
+    }
+}
+
 void PanelActionsTest::linkIsLost() {
     const auto loses = [](bool overNetwork, const std::string &clicks, double waits,
                           const std::string &sent) {

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void survivesNestedClicks();
     void twoClicksReopenThePort();
     void windowsClosedInAWait();
+    void reopenedInAWait();
     void linkIsLost();
     void oddStatusReplies();
 };
