@@ -227,5 +227,3 @@ void PlatformTest::connectsFail() {
     QCOMPARE(place.exchange.NetworkRawReply, std::string("\r\nKVN-16x"));
     QVERIFY(place.failureOfSend().ends_with("The remote host closed the connection."));
 }
-
-QTEST_GUILESS_MAIN(PlatformTest)
