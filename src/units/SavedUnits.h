@@ -19,6 +19,7 @@ struct KVNControlBlock {
 struct SavedUnits {
     Table<KVNControlBlock, 25> KVNControlBlocks{"KVNControlBlocks"}; ///< 1 to ControlBlockCount
     int ControlBlockCount = 0;
+    std::string LeftOut; ///< the file's text from its 26th unit on; kept at the end of the file
     int SelectedBlockIndex = 0; ///< block of the list entry clicked last
     bool WaitingForConnectionFlag = false;
     bool IniFileExists = false;

@@ -2,6 +2,8 @@
 
 #include "units/SavedUnitsText.h"
 
+#include <utility>
+
 namespace {
 constexpr const char *IniFileName = "KVNConfigurator.ini";
 constexpr const char *BackupFileName = "KVNConfigurator.bak";
@@ -22,17 +24,12 @@ std::string SavedUnitsFile::CheckGetIniFile() {
     std::string text;
     if (std::string failure = files.read(path, text); !failure.empty())
         return failure;
-    const bool allRead = ReadSavedUnitsText(units, text, link.IPAddressQuads);
-    if (allRead)
-        units.ExcessReported = false;
-    else if (!units.ExcessReported) {
-        units.ExcessReported = true;
-        return path +
-               " holds more than 25 units; those after the 25th are left out. The next save keeps "
-               "the file as " +
-               backupPath + ".";
-    }
-    return {};
+    ReadSavedUnitsText(units, text, link.IPAddressQuads);
+    const bool toldBefore = std::exchange(units.ExcessReported, !units.LeftOut.empty());
+    if (!units.ExcessReported || toldBefore)
+        return {};
+    return path + " holds more than 25 units; those after the 25th are left out. They stay at the "
+                  "end of that file and come in when others are deleted.";
 }
 
 std::string SavedUnitsFile::Write2Disk() {

@@ -17,7 +17,8 @@ public:
     /// that could not be saved. A file of more than 25 units is told once.
     [[nodiscard]] std::string CheckGetIniFile();
 
-    /// Replaces the file by the units in memory; the file before stays as "KVNConfigurator.bak".
+    /// Replaces the file by the units in memory and what the last read left out; the file before
+    /// stays as "KVNConfigurator.bak".
     [[nodiscard]] std::string Write2Disk();
 
 private:

@@ -7,6 +7,7 @@ namespace {
 constexpr std::string_view NameKey = "KVN NAME = ";
 constexpr std::string_view TypeKey = "KVN TYPE = ";
 constexpr std::string_view IPKey = "KVN IP = ";
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr int AddressPosition = 10;
 constexpr int QuadCharacters = 4;
 
@@ -52,14 +53,20 @@ std::string joinAddress(const std::array<std::string, 5> &quads) {
     return quads[0] + "." + quads[1] + "." + quads[2] + "." + quads[3];
 }
 
-bool ReadSavedUnitsText(SavedUnits &units, std::string_view text,
+void ReadSavedUnitsText(SavedUnits &units, std::string_view text,
                         std::array<std::string, 5> &addressQuads) {
     units.ControlBlockCount = 0;
+    units.LeftOut.clear();
+    if (text.starts_with(ByteOrderMark))
+        text.remove_prefix(ByteOrderMark.size());
     while (!text.empty()) {
+        const std::string_view fromThisLine = text;
         const std::string_view line = takeLine(text);
         if (line.starts_with(NameKey)) {
-            if (units.ControlBlockCount == units.KVNControlBlocks.last())
-                return false;
+            if (units.ControlBlockCount == units.KVNControlBlocks.last()) {
+                units.LeftOut = fromThisLine;
+                return;
+            }
             ++units.ControlBlockCount;
             units.KVNControlBlocks[units.ControlBlockCount].Name = valueAfter(NameKey, line);
         } else if (line.starts_with(IPKey)) {
@@ -69,7 +76,6 @@ bool ReadSavedUnitsText(SavedUnits &units, std::string_view text,
             units.KVNControlBlocks[units.ControlBlockCount].ConnectType = valueAfter(TypeKey, line);
         }
     }
-    return true;
 }
 
 std::string writeSavedUnitsText(const SavedUnits &units) {
@@ -88,5 +94,5 @@ std::string writeSavedUnitsText(const SavedUnits &units) {
         if (block.ConnectType == EtherType)
             addLine(IPKey, block.IPAddress);
     }
-    return text;
+    return text + units.LeftOut;
 }

@@ -16,11 +16,12 @@ std::string joinAddress(const std::array<std::string, 5> &quads);
 
 /// Reads the text of a saved-units file into `units`: lines "KVN NAME = ", "KVN TYPE = " and
 /// "KVN IP = ", each unit beginning with its name line; all other lines are passed over. Lines end
-/// with CR LF, LF or CR. `addressQuads` 0 to 3 are left as the last address line gave them.
-/// @return false if the text holds more than 25 units; those after the 25th are not read
-bool ReadSavedUnitsText(SavedUnits &units, std::string_view text,
+/// with CR LF, LF or CR; a UTF-8 byte order mark before the first is no part of it. From a 26th
+/// unit on the text goes into `units.LeftOut` as it is. `addressQuads` 0 to 3 are left as the last
+/// address line read gave them.
+void ReadSavedUnitsText(SavedUnits &units, std::string_view text,
                         std::array<std::string, 5> &addressQuads);
 
 /// The text of the file for `units`. Slots without a name are left out, and the address line of all
-/// that are not exactly "ETHER".
+/// that are not exactly "ETHER". What a read left out follows as it was.
 std::string writeSavedUnitsText(const SavedUnits &units);

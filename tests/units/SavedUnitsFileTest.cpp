@@ -16,10 +16,11 @@ namespace {
 
 const std::string Serial = "KVN NAME = A\r\nKVN TYPE = SERIAL\r\n";
 
-/// Reads a text into the units and tells whether it all went in, and the units.
+/// Reads a text into the units and tells them.
 std::string read(SavedUnits &units, const std::string &text) {
     std::array<std::string, 5> quads;
-    std::string all = ReadSavedUnitsText(units, text, quads) ? "" : "too many ";
+    ReadSavedUnitsText(units, text, quads);
+    std::string all;
     for (int index = 1; index <= units.ControlBlockCount; ++index) {
         const KVNControlBlock &block = units.KVNControlBlocks[index];
         all += "[" + block.Name + "/" + block.ConnectType + "/" + block.IPAddress + "]";
@@ -38,16 +39,13 @@ struct Folder {
     [[nodiscard]] std::string path(const char *ending) const {
         return folder.path().toStdString() + "/KVNConfigurator." + ending;
     }
-    /// What the saved units and their backup hold, "|" between them.
-    [[nodiscard]] std::string contents() const {
-        std::string all;
-        for (const char *const ending : {"ini", "bak"}) {
-            QFile saved(QString::fromStdString(path(ending)));
-            all += saved.open(QIODevice::ReadOnly) ? saved.readAll().toStdString() : "";
-            all += *ending == 'i' ? "|" : "";
-        }
-        return all;
+    [[nodiscard]] std::string read(const char *ending) const {
+        QFile saved(QString::fromStdString(path(ending)));
+        return saved.open(QIODevice::ReadOnly) ? saved.readAll().toStdString() : "";
     }
+    [[nodiscard]] std::string ini() const { return read("ini"); }
+    /// What the saved units and their backup hold, "|" between them.
+    [[nodiscard]] std::string contents() const { return ini() + "|" + read("bak"); }
 };
 
 } // namespace
@@ -72,6 +70,7 @@ void SavedUnitsFileTest::readsAndWritesBack_data() {
         Serial);
     row("blanks of a name stay", "KVN NAME =  A \n", "[ A //]",
         "KVN NAME =  A \r\nKVN TYPE = \r\n");
+    row("byte order mark", "\xEF\xBB\xBF" + Serial, "[A/SERIAL/]", Serial);
     row("binary and endless", std::string("\0\xff\x80", 3) + std::string(1 << 20, 'x'), "", "");
 }
 
@@ -82,16 +81,55 @@ void SavedUnitsFileTest::readsAndWritesBack() {
     QTEST(writeSavedUnitsText(units), "written");
 }
 
-void SavedUnitsFileTest::stopsAfterTheLastSlotAndKeepsWhatItHeld() {
-    std::string text;
-    for (int number = 0; number < 26; ++number)
-        text += Serial;
+void SavedUnitsFileTest::aSlotKeepsWhatItHeld() {
     SavedUnits units;
-    QVERIFY(read(units, text).starts_with("too many [A/SERIAL/]"));
-    QCOMPARE(units.ControlBlockCount, 25);
-    SavedUnits twice;
-    read(twice, "KVN NAME = A\nKVN TYPE = ETHER\nKVN IP = 1.2.3.4\n");
-    QCOMPARE(read(twice, "KVN NAME = B\nKVN TYPE = ETHER\n"), std::string("[B/ETHER/1.2.3.4   ]"));
+    read(units, "KVN NAME = A\nKVN TYPE = ETHER\nKVN IP = 1.2.3.4\n");
+    QCOMPARE(read(units, "KVN NAME = B\nKVN TYPE = ETHER\n"), std::string("[B/ETHER/1.2.3.4   ]"));
+}
+
+void SavedUnitsFileTest::whatIsLeftOutStaysInTheFile() {
+    const auto unitsOf = [](int count) {
+        std::string text;
+        for (int number = 0; number < count; ++number)
+            text += Serial;
+        return text;
+    };
+    const std::string z = "KVN NAME = Z\nKVN TYPE = ETHER\r\n; mine\rKVN IP = 10.0.0.5\n";
+    const std::string tail = "KVN NAME = Y\r" + z;
+    Folder kvn;
+    const std::string message =
+        kvn.path("ini") + " holds more than 25 units; those after the 25th are left out. They "
+                          "stay at the end of that file and come in when others are deleted.";
+    const auto growTo = [&](const std::string &text) {
+        std::ofstream(kvn.path("ini"), std::ios::binary) << text;
+    };
+    growTo(unitsOf(25) + tail);
+    QCOMPARE(kvn.file.CheckGetIniFile(), message);
+    for (const std::string name : {"B", "C", "D"}) {
+        QCOMPARE(kvn.units.ControlBlockCount, 25);
+        kvn.units.KVNControlBlocks[25].Name = name;
+        QCOMPARE(kvn.file.Write2Disk(), std::string());
+        QCOMPARE(kvn.ini(),
+                 unitsOf(24) + "KVN NAME = " + name + "\r\nKVN TYPE = SERIAL\r\n" + tail);
+        QCOMPARE(kvn.file.CheckGetIniFile(), std::string()); // told once
+    }
+    const auto deleteLast = [&] {
+        kvn.units.KVNControlBlocks[25] = {};
+        std::string told = kvn.file.Write2Disk();
+        told += kvn.file.CheckGetIniFile();
+        return told + kvn.ini() + "|" + kvn.units.KVNControlBlocks[25].Name;
+    };
+    QCOMPARE(deleteLast(), unitsOf(24) + tail + "|Y");
+    QCOMPARE(deleteLast(), unitsOf(24) + z + "|Z");
+    QCOMPARE(kvn.file.Write2Disk(), std::string());
+    QCOMPARE(kvn.ini(),
+             unitsOf(24) + "KVN NAME = Z\r\nKVN TYPE = ETHER\r\nKVN IP = 10.0.0.5   \r\n");
+    growTo(unitsOf(25) + z);
+    QCOMPARE(kvn.file.CheckGetIniFile(), message); // it was whole meanwhile
+    growTo("");
+    QCOMPARE(kvn.file.CheckGetIniFile(), std::string());
+    QCOMPARE(kvn.file.Write2Disk(), std::string());
+    QCOMPARE(kvn.ini(), std::string());
 }
 
 void SavedUnitsFileTest::savesWithABackup() {

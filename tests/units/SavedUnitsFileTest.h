@@ -8,7 +8,8 @@ class SavedUnitsFileTest : public QObject {
 private Q_SLOTS:
     void readsAndWritesBack_data();
     void readsAndWritesBack();
-    void stopsAfterTheLastSlotAndKeepsWhatItHeld();
+    void aSlotKeepsWhatItHeld();
+    void whatIsLeftOutStaysInTheFile();
     void savesWithABackup();
     void aFailedSaveTellsAndKeepsAll();
 };
