@@ -100,7 +100,7 @@ void dlgConnect::buildNetworkFrame() {
     addressRow->addWidget(Connect2IPButton);
     network->addLayout(addressRow);
     network->addWidget(Label2);
-    IPAddressQuadConnect->accepts = [this] { return !IPAddressFrame->isHidden(); };
+    IPAddressQuadConnect->entry.accepts = [this] { return !IPAddressFrame->isHidden(); };
     for (int number = 0; number < 4; ++number) {
         QLineEdit *box = IPAddressQuadConnect->box(number);
         box->installEventFilter(this);
@@ -223,7 +223,7 @@ void dlgConnect::enterInBox(int number) {
     if (number == 3)
         Connect2IPButton->click();
     else
-        IPAddressQuadConnect->box(number + 1)->setFocus();
+        IPAddressQuadConnect->goTo(number + 1);
 }
 
 void dlgConnect::connectNetwork() {

@@ -182,14 +182,6 @@ std::string dlgControlExisting::kindText() const {
     return typed(selectedText(*controls.ConnectChoiceList));
 }
 
-std::array<std::string, 5> dlgControlExisting::boxTexts() const {
-    std::array<std::string, 5> texts;
-    for (int number = 0; number < 4; ++number)
-        texts.at(static_cast<std::size_t>(number)) =
-            typed(controls.CntrlIPAddressQuad->box(number)->text());
-    return texts;
-}
-
 void dlgControlExisting::showStatus(const char *text) {
     controls.StatusLabel->setText(QLatin1String(text));
     controls.StatusLabel->show();
@@ -252,14 +244,14 @@ void dlgControlExisting::AddCorvaneButton() {
     if (block.ConnectType.empty())
         block.ConnectType = SerialType;
     if (block.ConnectType == EtherType) {
-        const std::array<std::string, 5> texts = boxTexts();
+        const std::array<std::string, 5> numbers = controls.CntrlIPAddressQuad->entry.numbers();
         for (std::size_t quad = 0; quad < 4; ++quad) {
-            if (texts.at(quad).empty()) {
+            if (numbers.at(quad).empty()) {
                 link.messages.ShowPlainBox("incomplete ip address can't save to block.");
                 return;
             }
         }
-        block.IPAddress = joinAddress(texts);
+        block.IPAddress = joinAddress(numbers);
     }
     if (save())
         showStatus("Added Corvane to Disk");
@@ -271,7 +263,7 @@ void dlgControlExisting::SaveCorvaneChanges() {
     block.ConnectType = kindText();
     if (block.ConnectType.empty())
         block.ConnectType = SerialType;
-    block.IPAddress = joinAddress(boxTexts());
+    block.IPAddress = joinAddress(controls.CntrlIPAddressQuad->entry.numbers());
     if (save())
         link.messages.ShowMessage("Saved Changes to Disk");
     showOptions();
@@ -328,10 +320,11 @@ void dlgControlExisting::connectUnit(bool ether) {
     link.display.refreshAll();
     link.state.IPConnectingFlag = true;
     if (ether) {
-        const std::array<std::string, 5> texts = boxTexts();
-        for (std::size_t quad = 0; quad < 4; ++quad)
-            link.state.IPAddressQuads.at(quad) =
-                texts.at(quad).empty() ? std::string() : decimalText(leadingNumber(texts.at(quad)));
+        for (int box = 0; box < AddressEntry::BoxCount; ++box) {
+            const std::string &text = controls.CntrlIPAddressQuad->entry.text(box);
+            link.state.IPAddressQuads.at(static_cast<std::size_t>(box)) =
+                text.empty() ? text : decimalText(leadingNumber(text));
+        }
         connectDialog.HandleIPOnly();
     } else {
         connectDialog.handleSerialOnly();

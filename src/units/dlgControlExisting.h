@@ -7,8 +7,6 @@
 #include "units/UnitControls.h"
 #include "widgets/Form.h"
 
-#include <array>
-
 /// What the saved-units dialog needs of the program around it.
 class UnitsHost {
 public:
@@ -59,7 +57,6 @@ private:
     bool save();
     void busyWhile(const std::function<void()> &operation);
     [[nodiscard]] std::string kindText() const;
-    [[nodiscard]] std::array<std::string, 5> boxTexts() const;
     void updateCommand();
     void connectControls();
 

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "link/AddressEntry.h"
+
 #include <QLineEdit>
 #include <QWidget>
 
 #include <array>
-#include <functional>
 #include <string>
 
-/// Four boxes for the numbers of an IP address, with dots between them. What is typed goes into the
-/// address as it is typed; a number out of range empties its box.
+/// Four boxes for the numbers of an IP address, with dots between them.
 class AddressBoxes : public QWidget {
 public:
     /// @param addressQuads 0 to 3 take the numbers
@@ -25,13 +25,20 @@ public:
         return boxes.at(static_cast<std::size_t>(number));
     }
 
-    /// A number is stored only while this holds.
-    std::function<bool()> accepts = [] { return true; };
+    /// Selects the number of a box, so that the next digit replaces it.
+    void goTo(int number) { show(entry.whole(number)); }
+
+    AddressEntry entry;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void change(int number);
-    void moveOnWhenFull(int number);
+    void showTexts();
+    void show(const AddressEntry::Place &place);
+    void noteSelection(int number);
 
-    std::array<std::string, 5> &quads;
     std::array<QLineEdit *, 4> boxes{};
+    std::array<AddressEntry::Place, 4> selections; ///< before the event that is under way
 };

@@ -4,6 +4,8 @@
 #include "support/ProgramFixture.h"
 #include "support/checkRows.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 
 #include <cmath>
@@ -177,8 +179,8 @@ void ConnectDialogTest::takesAnAddress_data() {
     row("not full", 0, QStringLiteral("12"), "12,12,0,12");
     row("full, last box", 3, QStringLiteral("123"), "123,123,3,123");
     row("zero until left", 2, QStringLiteral("0"), "0,0,2,");
-    row("letters", 0, QStringLiteral("ab"), "ab,0,0,");
-    row("number and letter", 0, QStringLiteral("1a"), "1a,1,0,1a");
+    row("letters", 0, QStringLiteral("ab-"), ",,0,");
+    row("number and letter", 0, QStringLiteral("1a"), "1,1,0,1");
 }
 
 void ConnectDialogTest::takesAnAddress() {
@@ -198,6 +200,50 @@ void ConnectDialogTest::takesAnAddress() {
         QTEST(result + box(number)->text().toStdString(), "result");
     };
     inDialog(kvn, {[] { choose("ConnectIPOption"); }, look});
+}
+
+void ConnectDialogTest::takesAWholeAddress() {
+    ProgramFixture kvn;
+    const auto &quads = kvn.program.linkState.IPAddressQuads;
+    const auto type = [](const char *keys) {
+        for (const char *key = keys; *key != 0; ++key)
+            QTest::keyClick(QApplication::focusWidget(), *key);
+    };
+    const auto shownAndKept = [&] {
+        std::string result;
+        for (int number = 0; number < 4; ++number)
+            result += box(number)->text().toStdString() + "/" +
+                      quads.at(static_cast<std::size_t>(number)) + " ";
+        return result;
+    };
+    const auto look = [&] {
+        type("192.168.1.20");
+        QCOMPARE(shownAndKept(), std::string("192/192 168/168 1/1 20/20 "));
+        for (int deleted = 0; deleted < 4; ++deleted)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
+        type("7");
+        QCOMPARE(shownAndKept(), std::string("192/192 168/168 7/7 /0 "));
+        QGuiApplication::clipboard()->setText(QStringLiteral(" 10.200.30.4\n"));
+        QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+        QCOMPARE(shownAndKept(), std::string("10/10 200/200 30/30 4/4 "));
+        QTest::keyClick(box(3), Qt::Key_Return);
+        QCOMPARE(kvn.socket.log.back(), std::string("connect 10.200.30.4:23"));
+    };
+    inDialog(kvn, {[] { choose("ConnectIPOption"); }, look});
+}
+
+void ConnectDialogTest::offersAReadAddressWithoutItsPadding() {
+    ProgramFixture kvn;
+    const auto look = [&] {
+        QCOMPARE(box(3)->text(), QStringLiteral("20"));
+        box(3)->setFocus();
+        for (const int key : {Qt::Key_End, Qt::Key_Backspace, Qt::Key_5})
+            QTest::keyClick(box(3), static_cast<Qt::Key>(key));
+        ProgramFixture::click("dlgConnect", "Connect2IPButton");
+        QCOMPARE(kvn.socket.log.back(), std::string("connect 192.168.1.25:23"));
+    };
+    kvn.program.linkState.IPAddressQuads = {"192", "168", "1", "20  "};
+    inDialog(kvn, {look});
 }
 
 void ConnectDialogTest::hostsThatDoNotAnswer_data() {

@@ -13,6 +13,8 @@ private Q_SLOTS:
     void namesThePortThatIsOpen();
     void takesAnAddress_data();
     void takesAnAddress();
+    void takesAWholeAddress();
+    void offersAReadAddressWithoutItsPadding();
     void hostsThatDoNotAnswer_data();
     void hostsThatDoNotAnswer();
     void closingCancels();

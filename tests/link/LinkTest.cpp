@@ -414,5 +414,3 @@ void LinkTest::configuration() {
         QCOMPARE(textOf(links), std::string(serial ? "S+++++CFG ?\r\n|" : "E+++++|CFG ?\r\n"));
     }
 }
-
-QTEST_GUILESS_MAIN(LinkTest)
