@@ -31,6 +31,9 @@ QString selectedText(const QListWidget &list) {
     return selected.isEmpty() ? QString() : selected.front()->text();
 }
 
+/// The keys begin at the first entry, which is not picked yet.
+void beginAtTheFirst(QListWidget &list) { list.setCurrentRow(0, QItemSelectionModel::NoUpdate); }
+
 } // namespace
 
 dlgControlExisting::dlgControlExisting(const LinkTools &linkTools, SavedUnits &savedUnits,
@@ -63,6 +66,8 @@ void dlgControlExisting::connectControls() {
             [this] { act([this] { busyWhile([this] { ConnectControlButton(); }); }); });
     connect(controls.ConnectChoiceList, &QListWidget::itemSelectionChanged, this,
             [this] { pickKind(); });
+    for (QListWidget *list : {controls.AvailCorvanesList, controls.ConnectChoiceList})
+        list->installEventFilter(this);
     whenClicked(controls.AddCorvaneCommand, [this] { carryOut(); });
     whenClicked(controls.CancelCommand, [this] { showOptions(); });
     whenKey(Qt::Key_Escape, [this] {
@@ -95,6 +100,7 @@ void dlgControlExisting::initialzeControlLists() {
     const QSignalBlocker silent(controls.ConnectChoiceList);
     controls.ConnectChoiceList->clear();
     controls.ConnectChoiceList->addItems({QLatin1String(SerialType), QLatin1String(EtherType)});
+    beginAtTheFirst(*controls.ConnectChoiceList);
 }
 
 void dlgControlExisting::InitializeKVNControlBlocks() {
@@ -132,10 +138,12 @@ void dlgControlExisting::chooseOperation(Operation operation) {
     controls.CntrlIPAddressQuad->clear();
     controls.AddCorvaneFrame->show();
     updateCommand();
-    if (adds)
+    if (adds) {
         controls.Text3->setFocus();
-    else
+    } else {
+        beginAtTheFirst(*controls.AvailCorvanesList);
         controls.AvailCorvanesList->setFocus();
+    }
 }
 
 void dlgControlExisting::updateCommand() {
@@ -145,14 +153,16 @@ void dlgControlExisting::updateCommand() {
 }
 
 void dlgControlExisting::pickUnit() {
-    const int row = controls.AvailCorvanesList->currentRow();
-    if (row < 0 || controls.AvailCorvanesList->selectedItems().isEmpty())
+    if (controls.AvailCorvanesList->selectedItems().isEmpty()) {
+        pickNoUnit();
         return;
-    units.SelectedBlockIndex = row + 1;
+    }
+    units.SelectedBlockIndex = controls.AvailCorvanesList->currentRow() + 1;
     const KVNControlBlock &block = units.KVNControlBlocks[units.SelectedBlockIndex];
     const bool ether = block.ConnectType == EtherType;
     controls.ControlledbyText->setText(QLatin1String(ether ? EtherType : SerialType));
     controls.IPAddressFrame->setVisible(ether);
+    controls.CntrlIPAddressQuad->clear();
     if (ether) {
         std::array<std::string, 5> quads;
         int position = 1;
@@ -169,10 +179,24 @@ void dlgControlExisting::pickUnit() {
     updateCommand();
 }
 
+void dlgControlExisting::pickNoUnit() {
+    units.SelectedBlockIndex = 0;
+    controls.ControlledbyText->clear();
+    controls.IPAddressFrame->hide();
+    controls.CntrlIPAddressQuad->clear();
+    const QSignalBlocker silent(controls.ConnectChoiceList);
+    controls.ConnectChoiceList->clearSelection();
+    controls.ConnectChoiceList->setEnabled(false);
+    updateCommand();
+}
+
 void dlgControlExisting::pickKind() {
     const std::string kind = kindText();
-    if (kind.empty())
+    if (kind.empty()) {
+        // A kind once chosen can be changed, not taken back.
+        controls.ConnectChoiceList->setCurrentRow(controls.ConnectChoiceList->currentRow());
         return;
+    }
     controls.IPAddressFrame->setVisible(kind == EtherType);
     if (units.SelectedBlockIndex != 0)
         controls.ControlledbyText->setText(shown(kind));
@@ -348,6 +372,19 @@ void dlgControlExisting::openUnit(bool ether) {
     } else {
         link.messages.ShowMessage("Unable to get Corvane Configuration");
     }
+}
+
+bool dlgControlExisting::eventFilter(QObject *watched, QEvent *event) {
+    // Where nothing is picked, the first key picks what is current and does not pass it over.
+    auto *list = qobject_cast<QListWidget *>(watched);
+    if (list && event->type() == QEvent::KeyPress && list->selectedItems().isEmpty()) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_Home) {
+            list->setCurrentRow(list->currentRow());
+            return true;
+        }
+    }
+    return Form::eventFilter(watched, event);
 }
 
 void dlgControlExisting::keyPressEvent(QKeyEvent *event) {

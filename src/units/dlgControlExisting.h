@@ -36,6 +36,7 @@ public:
     void chooseOperation(Operation operation);
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
@@ -43,6 +44,7 @@ private:
     void InitializeKVNControlBlocks();
     void showOptions();
     void pickUnit();
+    void pickNoUnit();
     void pickKind();
     void carryOut();
     void runOperation();

@@ -26,12 +26,11 @@ public:
     [[nodiscard]] int listed() const {
         return part<QListWidget>(Units, "AvailCorvanesList")->count();
     }
-    void pick(int row, const char *list = "AvailCorvanesList", bool twice = false) {
+    void pick(int row, const char *list = "AvailCorvanesList",
+              Qt::KeyboardModifiers modifiers = {}) {
         auto *widget = part<QListWidget>(Units, list);
         const QPoint at = widget->visualItemRect(widget->item(row)).center();
-        QTest::mouseClick(widget->viewport(), Qt::LeftButton, {}, at);
-        if (twice)
-            QTest::mouseDClick(widget->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseClick(widget->viewport(), Qt::LeftButton, modifiers, at);
     }
     /// Types into what has the focus, wherever that goes.
     static void type(const char *keys) {
@@ -141,6 +140,66 @@ void SavedUnitsDialogTest::editsAUnit() {
     QCOMPARE(kvn.file(), Serial + "KVN NAME = B\r\nKVN TYPE = ETHER\r\nKVN IP = 10.168.1.25\r\n");
 }
 
+// What the dialog shows of the picked unit: kind, address, and whether it can be acted upon.
+void SavedUnitsDialogTest::showsThePickedUnitOnly() {
+    UnitsFixture kvn;
+    const auto shown = [&] {
+        std::string all = kvn.text(Units, "ControlledbyText");
+        for (int box = 0; kvn.part(Units, "IPAddressFrame")->isVisible() && box < 4; ++box)
+            all += " " + kvn.text(Units, "CntrlIPAddressQuad_" + std::to_string(box));
+        for (const char *name : {"ConnectChoiceList", "AddCorvaneCommand"})
+            all += kvn.part(Units, name)->isEnabled() ? " on" : " off";
+        return all + " " + std::to_string(kvn.program.savedUnits.SelectedBlockIndex);
+    };
+    kvn.choose(1);
+    QCOMPARE(shown(), std::string(" off off 0"));
+    kvn.pick(1);
+    QCOMPARE(shown(), std::string("ETHER 192 168 1 20 on on 2"));
+    QWidget *viewport = kvn.part<QListWidget>(Units, "AvailCorvanesList")->viewport();
+    QTest::mouseClick(viewport, Qt::LeftButton, {}, viewport->rect().bottomRight());
+    QCOMPARE(shown(), std::string(" off off 0"));
+    kvn.pick(1);
+    kvn.pick(0);
+    QCOMPARE(shown(), std::string("SERIAL on on 1"));
+    kvn.pick(1, "ConnectChoiceList");
+    QCOMPARE(shown(), std::string("ETHER     on on 1")); // not the address of the unit before
+    kvn.pick(1);
+    kvn.pick(0, "ConnectChoiceList");
+    kvn.pick(1, "ConnectChoiceList");
+    QCOMPARE(shown(), std::string("ETHER 192 168 1 20 on on 2"));
+    kvn.pick(1, "ConnectChoiceList", Qt::ControlModifier); // takes a choice back elsewhere
+    QCOMPARE(shown(), std::string("ETHER 192 168 1 20 on on 2"));
+}
+
+void SavedUnitsDialogTest::keysPickTheFirstUnitFirst() {
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_Space}) {
+        UnitsFixture kvn;
+        for (int opened = 0; opened < 2; ++opened) { // also when another one was picked before
+            kvn.choose(3);
+            auto *list = kvn.part<QListWidget>(Units, "AvailCorvanesList");
+            QCOMPARE(list->currentRow(), 0);
+            QCOMPARE(kvn.window(Units)->focusWidget(), list);
+            QVERIFY(list->selectedItems().isEmpty());
+            QTest::keyClick(list, key);
+            QCOMPARE(list->selectedItems().value(0), list->item(0));
+            QCOMPARE(kvn.program.savedUnits.SelectedBlockIndex, 1);
+            QTest::keyClick(list, Qt::Key_Down);
+            QCOMPARE(kvn.program.savedUnits.SelectedBlockIndex, 2);
+            kvn.click(Units, "CancelCommand");
+        }
+        kvn.choose(3);
+        QTest::keyClick(kvn.part(Units, "AvailCorvanesList"), key);
+        kvn.pump.in(0.1, [&] { kvn.click("dlgYesNo", "YesButton"); });
+        QTest::keyClick(kvn.part(Units, "AvailCorvanesList"), Qt::Key_Return);
+        QCOMPARE(kvn.file(), Network);
+        kvn.choose(0);
+        auto *kinds = kvn.part<QListWidget>(Units, "ConnectChoiceList");
+        kinds->setFocus();
+        QTest::keyClick(kinds, key);
+        QCOMPARE(kinds->selectedItems().value(0), kinds->item(0));
+    }
+}
+
 void SavedUnitsDialogTest::deletesWhenAnswered() {
     for (const std::string button : {"YesButton", "NoButton", ""}) {
         const bool deleted = button == "YesButton";
@@ -175,8 +234,12 @@ void SavedUnitsDialogTest::controlsUnits() {
             seen = kvn.visibleWindows() + " " + kvn.text("KVN32x32Audio", "KVNNameLabel");
             kvn.window("KVN32x32Audio")->close();
         });
-        kvn.pick(unit, "AvailCorvanesList", way == "double click");
-        if (way != "double click")
+        kvn.pick(unit);
+        auto *list = kvn.part<QListWidget>(Units, "AvailCorvanesList");
+        if (way == "double click")
+            QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
+                               list->visualItemRect(list->item(unit)).center());
+        else
             kvn.carryOut();
         QCOMPARE(seen, "KVN32x32Audio dlgControlExisting frmMain " + std::string(unit ? "B" : "A"));
         QCOMPARE(kvn.takeWritten(), std::string("CFG ?\r\nSTA O A\rSTA O A\r"));

@@ -10,6 +10,8 @@ private Q_SLOTS:
     void addsUnits_data();
     void addsUnits();
     void editsAUnit();
+    void showsThePickedUnitOnly();
+    void keysPickTheFirstUnitFirst();
     void deletesWhenAnswered();
     void controlsUnits();
     void leavesNothingWaiting();
