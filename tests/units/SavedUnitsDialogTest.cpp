@@ -307,3 +307,20 @@ void SavedUnitsDialogTest::aFailedSaveKeepsTheNewUnit() {
     QCOMPARE(kvn.file(), Serial + New + "SERIAL\r\n" + New + "ETHER\r\nKVN IP = \r\n" + New +
                              "ETHER\r\nKVN IP = 10.0.7.5\r\n");
 }
+
+void SavedUnitsDialogTest::aHalfUnitGoesWithTheNextRead() {
+    for (const bool fileExists : {true, false}) {
+        UnitsFixture kvn(Network);
+        if (!fileExists)
+            kvn.files.contentsOf.clear();
+        kvn.fillIn({"10", "0", "", "5"});
+        kvn.pump.in(0.1, [&] { kvn.click("plainBox", "OKButton"); });
+        kvn.carryOut();
+        kvn.click(Units, "CancelCommand");
+        kvn.choose(1);
+        QCOMPARE(kvn.listed(), fileExists ? 1 : 2);
+        kvn.pick(0);
+        kvn.carryOut();
+        QCOMPARE(kvn.file(), Network + (fileExists ? "" : New + "ETHER\r\nKVN IP = \r\n"));
+    }
+}

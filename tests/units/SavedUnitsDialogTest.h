@@ -16,4 +16,5 @@ private Q_SLOTS:
     void controlsUnits();
     void leavesNothingWaiting();
     void aFailedSaveKeepsTheNewUnit();
+    void aHalfUnitGoesWithTheNextRead();
 };
