@@ -4,9 +4,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QEnterEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 
 #include <cstdio>
 #include <cstdlib>
@@ -56,16 +56,24 @@ void type(const char *window, const char *box, const QString &text) {
 }
 
 void pointAt(const char *window, const char *name) {
-    QEnterEvent enters(QPointF(2, 2), QPointF(2, 2), QPointF(2, 2));
-    QApplication::sendEvent(&control<QWidget>(window, name), &enters);
+    auto &pointedAt = control<QWidget>(window, name);
+    const QPointF inside(2, 2);
+    QMouseEvent moves(QEvent::MouseMove, inside, pointedAt.mapToGlobal(inside), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&pointedAt, &moves);
 }
 
 std::function<bool()> shows(const char *window) {
-    return [window] { return sessionWindow(window).isVisible(); };
+    return [window] {
+        const QWidget *found = findWindow(window);
+        return found && found->isVisible();
+    };
 }
 
 std::function<bool()> offers(const char *window, const char *name) {
     return [window, name] {
+        if (!findWindow(window))
+            return false;
         const auto &found = control<QWidget>(window, name);
         return found.isVisible() && found.isEnabled();
     };

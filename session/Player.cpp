@@ -58,11 +58,17 @@ void Player::takePicture(const Step &step) const {
     std::fflush(stdout);
 }
 
-QWidget &sessionWindow(const char *name) {
+QWidget *findWindow(const char *name) {
     for (QWidget *window : QApplication::topLevelWidgets()) {
         if (window->objectName() == QLatin1String(name))
-            return *window;
+            return window;
     }
+    return nullptr;
+}
+
+QWidget &sessionWindow(const char *name) {
+    if (QWidget *window = findWindow(name))
+        return *window;
     std::fprintf(stderr, "Session: there is no window %s.\n", name);
     std::exit(1);
 }

@@ -39,5 +39,8 @@ private:
     int looksLeft = 0;
 };
 
-/// The program's window of that name; ends the session with a clear line if there is none.
+/// The program's window of that name; null before it is shown first.
+QWidget *findWindow(const char *name);
+
+/// The same; ends the session with a clear line if there is none.
 QWidget &sessionWindow(const char *name);

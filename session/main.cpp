@@ -1,9 +1,9 @@
 #include "Player.h"
 #include "Steps.h"
 
-#include "app/Program.h"
-#include "app/ProgramLook.h"
-#include "platform/QtMachine.h"
+#include "ProgramLook.h"
+#include "QtMachine.h"
+#include "Windows.h"
 
 #include <QApplication>
 
@@ -20,7 +20,9 @@ int main(int argc, char **argv) {
     applyProgramLook();
     QtMachine machine;
     Program program(machine.services());
+    Windows windows(program);
     program.start();
+    windows.refresh();
     Player *playing = nullptr;
     const auto idle = [&playing] { return playing->idle(); };
     std::vector<Step> steps = serialSteps(idle, arguments[2].toInt());

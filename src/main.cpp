@@ -1,7 +1,7 @@
-#include "app/Program.h"
-#include "app/ProgramLook.h"
-#include "app/ProgramTitle.h"
-#include "platform/QtMachine.h"
+#include "ProgramLook.h"
+#include "QtMachine.h"
+#include "Windows.h"
+#include "start/ProgramTitle.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -14,7 +14,11 @@ int main(int argc, char **argv) {
 
     QtMachine machine;
     Program program(machine.services());
+    Windows windows(program);
     // Within the event loop: starting may show a message, and the user may leave from there.
-    QTimer::singleShot(0, &application, [&program] { program.start(); });
+    QTimer::singleShot(0, &application, [&] {
+        program.start();
+        windows.refresh();
+    });
     return QApplication::exec();
 }

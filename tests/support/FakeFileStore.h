@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileStore.h"
+#include "machine/FileStore.h"
 
 #include <map>
 

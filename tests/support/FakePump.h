@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/EventPump.h"
+#include "machine/EventPump.h"
 
 #include <functional>
 #include <map>
@@ -12,19 +12,19 @@ public:
     /// Schedules a happening `seconds` from now.
     void in(double seconds, std::function<void()> happening);
 
-    /// Asked in every turn of every wait; tests with windows let their queued events run here.
+    /// Asked in every turn of every wait: what the user does as soon as there is something to do.
     std::function<void()> eachTurn = [] {};
 
     [[nodiscard]] double now() const override { return clock; }
     void runQueued() override;
-
-protected:
     /// @throws std::logic_error for a wait that nothing scheduled can end
-    void wait(const std::function<bool()> &done, std::optional<double> deadline) override;
+    void runEvents(std::optional<double> deadline) override;
 
 private:
     void runNext();
 
     double clock = 1000.0;
     std::multimap<double, std::function<void()>> scheduled;
+    bool turnTaken = false;
+    bool stuck = false; ///< the last batch had nothing to run and nothing to wait for
 };

@@ -1,6 +1,6 @@
 #include "support/FakeSerialPort.h"
 
-#include "platform/LinkError.h"
+#include "machine/LinkError.h"
 
 #include <utility>
 
@@ -10,20 +10,21 @@ void FakeSerialPort::vanish() {
         lost();
 }
 
-std::string FakeSerialPort::deviceOf(int port) const {
-    const auto renamed = devices.find(port);
-    return renamed == devices.end() ? "tty" + std::to_string(port) : renamed->second;
+SerialDevice FakeSerialPort::device(int number) const {
+    const auto renamed = devices.find(number);
+    return {number, renamed == devices.end() ? "tty" + std::to_string(number) : renamed->second};
 }
 
-void FakeSerialPort::open(int port, const std::string &device, std::string_view settings) {
+void FakeSerialPort::open(const SerialDevice &device, std::string_view settings) {
+    const std::string number = std::to_string(device.number);
     openPort = 0;
-    lastPort = port;
-    if (!present.contains(port))
-        throw LinkError("Opening", "COM" + std::to_string(port), "no such device");
-    openPort = port;
-    const bool usual = device == "tty" + std::to_string(port);
-    log.push_back("open " + std::to_string(port) + " " + std::string(settings) +
-                  (usual ? "" : " " + device));
+    lastPort = device.number;
+    if (!present.contains(device.number))
+        throw LinkError("Opening", "COM" + number, "no such device");
+    openPort = device.number;
+    const bool usual = device.name == "tty" + number;
+    log.push_back("open " + number + " " + std::string(settings) +
+                  (usual ? "" : " " + device.name));
 }
 
 void FakeSerialPort::close() {

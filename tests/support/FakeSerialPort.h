@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SerialPort.h"
+#include "machine/SerialPort.h"
 #include "support/FakeWire.h"
 
 #include <map>
@@ -24,9 +24,8 @@ public:
     /// Bytes that arrive without having been asked for.
     void receive(std::string_view bytes) { input += bytes; }
 
-    using SerialPort::open;
-    [[nodiscard]] std::string deviceOf(int port) const override;
-    void open(int port, const std::string &device, std::string_view settings) override;
+    [[nodiscard]] SerialDevice device(int number) const override;
+    void open(const SerialDevice &device, std::string_view settings) override;
     void close() override;
     [[nodiscard]] bool isOpen() const override { return openPort != 0; }
     void discardBuffers() override;

@@ -1,13 +1,13 @@
 #include "support/FakeTcpSocket.h"
 
-#include "platform/LinkError.h"
+#include "machine/LinkError.h"
 
 #include <utility>
 
 void FakeTcpSocket::peerCloses() {
     reason = "the remote host closed the connection";
     if (std::exchange(currentState, SocketState::Closed) == SocketState::Connected)
-        events.lost();
+        lost();
 }
 
 void FakeTcpSocket::connectTo(std::string_view address, int port) {
@@ -26,7 +26,7 @@ void FakeTcpSocket::connectTo(std::string_view address, int port) {
 void FakeTcpSocket::finishConnect() {
     if (host == Host::Answers) {
         currentState = SocketState::Connected;
-        events.connectComplete();
+        connectComplete();
     } else {
         currentState = host == Host::Refuses ? SocketState::Closed : SocketState::Failed;
         reason = "the host did not take the connection";
@@ -52,13 +52,13 @@ void FakeTcpSocket::send(std::string_view text) {
     }
     pump.in(sendDelay, [this, alive] {
         if (alive())
-            events.sendComplete();
+            sendComplete();
     });
     wire.pass(text, [this, alive](const std::string &piece) {
         if (!alive())
             return;
         input += piece;
-        events.dataArrival();
+        dataArrival();
     });
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/TcpSocket.h"
+#include "machine/TcpSocket.h"
 #include "support/FakeWire.h"
 
 #include <optional>
@@ -24,7 +24,6 @@ public:
     /// The other side ends the connection.
     void peerCloses();
 
-    void setEvents(Events newEvents) override { events = std::move(newEvents); }
     [[nodiscard]] SocketState state() const override { return currentState; }
     void connectTo(std::string_view address, int port) override;
     void close() override;
@@ -36,7 +35,6 @@ private:
     void finishConnect();
 
     FakePump &pump;
-    Events events;
     SocketState currentState = SocketState::Closed;
     int connection = 0; ///< counts connects, so that happenings of an old one are dropped
     std::string place;

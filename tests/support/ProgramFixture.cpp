@@ -1,17 +1,12 @@
 #include "support/ProgramFixture.h"
 
-#include "support/LinkFixture.h"
-
 #include <QApplication>
 #include <QtTest/QtTest>
 
-ProgramFixture::ProgramFixture(UnitOptions options)
-    : unit(std::move(options)), program({pump, serialPort, socket, files, "program"}) {
-    serialPort.present = {7};
-    serialPort.wire.device = LinkFixture::answerOf(serialUnitPort);
-    socket.wire.device = LinkFixture::answerOf(networkUnitPort);
+ProgramFixture::ProgramFixture(UnitOptions options) : FakeMachine(std::move(options)) {
     pump.eachTurn = [] { QCoreApplication::processEvents(); };
     program.start();
+    windows.refresh();
 }
 
 QWidget *ProgramFixture::window(const std::string &name) {
@@ -71,8 +66,4 @@ void ProgramFixture::openPanel(bool overNetwork) {
     answerMessages();
     connectInDialog(overNetwork);
     click("frmMain", "MainControlButton_0");
-}
-
-std::string ProgramFixture::takeWritten() {
-    return std::exchange(serialPort.wire.written, {}) + std::exchange(socket.wire.written, {});
 }

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "app/Program.h"
-#include "simulator/UnitPort.h"
-#include "support/FakeFileStore.h"
-#include "support/FakeSerialPort.h"
-#include "support/FakeTcpSocket.h"
+#include "Windows.h"
+#include "support/FakeMachine.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -12,24 +9,21 @@
 
 #include <string>
 
-/// The whole program with its real windows, on fakes joined to one simulated unit: COM7, and any
-/// address that is connected. Windows and their controls are found by their names.
-class ProgramFixture {
+/// The whole program with its real windows on a fake machine. Windows and their controls are found
+/// by their names.
+class ProgramFixture : public FakeMachine {
 public:
     explicit ProgramFixture(UnitOptions options = {});
 
-    FakePump pump;
-    FakeSerialPort serialPort{pump};
-    FakeTcpSocket socket{pump};
-    FakeFileStore files;
-    Unit unit;
-    UnitPort serialUnitPort{unit};
-    UnitPort networkUnitPort{unit};
-    Program program;
+    Program program{services()};
+    Windows windows{program};
     std::string messages; ///< the texts of those that were closed, " | " between them
 
     [[nodiscard]] static QWidget *window(const std::string &name);
-    [[nodiscard]] static bool isShown(const char *name) { return window(name)->isVisible(); }
+    [[nodiscard]] static bool isShown(const char *name) {
+        const QWidget *found = window(name);
+        return found && found->isVisible();
+    }
     template <class Control = QWidget>
     [[nodiscard]] static Control *part(const char *windowName, const std::string &name) {
         return window(windowName)->findChild<Control *>(QString::fromStdString(name));
@@ -52,6 +46,4 @@ public:
     void connectInDialog(bool overNetwork);
     /// From the start window through the connection dialog to an open panel.
     void openPanel(bool overNetwork = false);
-    /// What went to the unit since the last call, both links.
-    std::string takeWritten();
 };

@@ -1,0 +1,113 @@
+#include "link/LinkStatusDisplay.h"
+
+#include <initializer_list>
+
+namespace {
+
+constexpr int LastAttempt = 6;
+
+constexpr std::initializer_list<StatusWindow> DialogWindows{
+    StatusWindow::Start, StatusWindow::SavedUnits, StatusWindow::Connect};
+
+} // namespace
+
+LinkStatusDisplay::LinkStatusDisplay(LinkState &linkState, const Places &statusPlaces)
+    : link(linkState),
+      places(statusPlaces),
+      views{&places.Start, &places.SavedUnits, &places.Connect, &places.Panel} {}
+
+bool LinkStatusDisplay::networkIsUp() const {
+    return link.LinkKind == NetworkLinkKind && link.IPLinkOpenFlag;
+}
+
+bool LinkStatusDisplay::serialIsUp() const {
+    return link.LinkKind == SerialLinkKind && link.SerialPortOpen;
+}
+
+void LinkStatusDisplay::show(StatusWindow window, const std::string &caption, LinkColour colour,
+                             bool linkUp) {
+    LinkStatusView &view = *views.at(static_cast<std::size_t>(window));
+    view.caption = caption;
+    view.colour = colour;
+    view.linkUp = linkUp;
+    if (window == StatusWindow::Start)
+        places.ToDisconnectPortLabel.visible = linkUp;
+}
+
+void LinkStatusDisplay::showConnectedOnCom(StatusWindow window) {
+    show(window, "Connected on COM" + std::to_string(link.SelectedCommPort), LinkColour::ButtonFace,
+         true);
+    views.at(static_cast<std::size_t>(window))->labelVisible = true;
+}
+
+void LinkStatusDisplay::showConnectedTo(StatusWindow window) {
+    show(window, "Connected to " + link.RemoteIPAddress, LinkColour::NetworkUp, true);
+}
+
+void LinkStatusDisplay::showNotConnected(StatusWindow window) {
+    show(window, "Not Connected", LinkColour::NotConnected, false);
+}
+
+void LinkStatusDisplay::ShowConnectingProgress() {
+    if (link.ConnectAttemptCount < 0 || link.ConnectAttemptCount > LastAttempt)
+        return;
+    const auto dots = static_cast<std::size_t>(link.ConnectAttemptCount) + 1;
+    places.ConnectProgress.text =
+        "Connecting to " + link.RemoteIPAddress + " " + std::string(dots, '.');
+}
+
+void LinkStatusDisplay::showConnectDone() {
+    places.ConnectProgress.text = "Connected to " + link.RemoteIPAddress;
+}
+
+void LinkStatusDisplay::ConnecthandleConnectionStatus() {
+    link.LinkShownFlag = networkIsUp() || serialIsUp();
+    for (const StatusWindow window : DialogWindows) {
+        if (networkIsUp())
+            showConnectedTo(window);
+        else if (serialIsUp())
+            showConnectedOnCom(window);
+        else
+            showNotConnected(window);
+    }
+}
+
+void LinkStatusDisplay::HandleConnectionsStatus() {
+    if (serialIsUp())
+        showConnectedOnCom(StatusWindow::Panel);
+    else if (networkIsUp())
+        showConnectedTo(StatusWindow::Panel);
+    else
+        showNotConnected(StatusWindow::Panel);
+}
+
+void LinkStatusDisplay::handleZarnConnectedFlag() {
+    for (const StatusWindow window : {StatusWindow::Start, StatusWindow::Panel}) {
+        if (networkIsUp())
+            show(window, "Ethernet Port Opened", LinkColour::NetworkUp, true);
+        else if (serialIsUp())
+            show(window, "Connected", LinkColour::SerialUp, true);
+        else if (link.LinkKind == NetworkLinkKind)
+            show(window, "Not Connected", LinkColour::NotConnected, false);
+        else if (link.LinkKind == SerialLinkKind)
+            show(window, "Not Connected", LinkColour::SerialDown, false);
+    }
+}
+
+void LinkStatusDisplay::IPhandleConnectionStatus() {
+    link.LinkShownFlag = serialIsUp() || networkIsUp();
+    if (serialIsUp()) {
+        showConnectedOnCom(StatusWindow::Start);
+    } else if (networkIsUp()) {
+        showConnectedTo(StatusWindow::Start);
+    } else {
+        showNotConnected(StatusWindow::Start);
+        if (link.LinkKind != SerialLinkKind)
+            showNotConnected(StatusWindow::Connect);
+    }
+}
+
+void LinkStatusDisplay::refreshAll() {
+    ConnecthandleConnectionStatus();
+    HandleConnectionsStatus();
+}

@@ -1,0 +1,129 @@
+#include "link/NetworkLink.h"
+
+#include "machine/LinkError.h"
+#include "protocol/ReplyClass.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int UnitPort = 23;
+constexpr int AttemptCount = 6;
+constexpr int AttemptSeconds = 2;
+constexpr double DefaultReplyTimeout = 0.8;
+
+} // namespace
+
+NetworkLink::NetworkLink(LinkState &linkState, ExchangeState &exchangeState, TcpSocket &tcpSocket,
+                         EventPump &eventPump, LinkStatusDisplay &statusDisplay)
+    : link(linkState),
+      exchange(exchangeState),
+      socket(tcpSocket),
+      pump(eventPump),
+      display(statusDisplay) {
+    socket.connectComplete = [this] {
+        if (socket.state() == SocketState::Connected)
+            link.IPConnectedFlag = true;
+    };
+    socket.dataArrival = [this] {
+        link.ReplyCompleteFlag = false;
+        appendReceived(exchange.NetworkRawReply, socket.readAll());
+    };
+    socket.sendComplete = [this] { link.SendCompleteFlag = true; };
+    socket.lost = [this] {
+        markFailed();
+        display.refreshAll();
+        pump.show();
+    };
+}
+
+NetworkLink::~NetworkLink() {
+    socket.connectComplete = socket.dataArrival = socket.sendComplete = socket.lost = [] {};
+}
+
+void NetworkLink::markFailed() {
+    link.IPLinkOpenFlag = false;
+    link.IPConnectedFlag = false;
+}
+
+void NetworkLink::SetupConnectIP() {
+    if (link.IPConnectedFlag) {
+        link.IPConnectingFlag = false;
+        return;
+    }
+    link.IPConnectingFlag = true;
+    link.ConnectAttemptCount = 0;
+    // Who cancelled may connect again from inside the wait, which sets the flag anew.
+    const int mine = ++connectRun;
+    const auto cancelled = [this, mine] { return mine != connectRun || !link.IPConnectingFlag; };
+    while (link.ConnectAttemptCount != AttemptCount) {
+        if (socket.state() != SocketState::Closed)
+            socket.close();
+        socket.connectTo(link.RemoteIPAddress, UnitPort);
+        display.ShowConnectingProgress();
+        link.WaitSeconds = AttemptSeconds;
+        pump.runFor(link.WaitSeconds, [&] { return link.IPConnectedFlag || cancelled(); });
+        if (cancelled() || pump.ended())
+            return;
+        if (!attemptsContinue()) {
+            link.IPLinkOpenFlag = link.IPConnectedFlag;
+            if (link.IPLinkOpenFlag)
+                display.showConnectDone();
+            return;
+        }
+        link.IPConnectedFlag = false;
+        ++link.ConnectAttemptCount;
+    }
+}
+
+bool NetworkLink::attemptsContinue() {
+    switch (socket.state()) {
+    case SocketState::Connected:
+        link.IPConnectedFlag = true;
+        return false;
+    case SocketState::Connecting:
+        return true;
+    case SocketState::Failed:
+        socket.close();
+        return true;
+    case SocketState::Closed:
+        break;
+    }
+    return false;
+}
+
+void NetworkLink::IPCheckifPortOpenwithClose() {
+    socket.close();
+    if (socket.state() == SocketState::Connected)
+        pump.runQueued();
+    link.IPLinkOpenFlag = false;
+    link.IPConnectedFlag = false;
+}
+
+void NetworkLink::send(std::string text) {
+    exchange.NetworkRawReply.clear();
+    link.ReplyPendingFlag = false;
+    link.ReplyCompleteFlag = false;
+    socket.send(text);
+    pump.runUntil(
+        [this] { return link.SendCompleteFlag || socket.state() != SocketState::Connected; });
+    if (!link.SendCompleteFlag && !pump.ended())
+        throw LinkError("Sending to", link.RemoteIPAddress + " port " + std::to_string(UnitPort),
+                        socket.failureReason());
+}
+
+void NetworkLink::sendGetResponse(std::string text) {
+    send(std::move(text));
+    GetZarnIPResponse();
+}
+
+void NetworkLink::GetZarnIPResponse() {
+    exchange.ResponseText.clear();
+    if (link.ReplyTimeout == 0.0)
+        link.ReplyTimeout = DefaultReplyTimeout;
+    exchange.ReplyStatus = UnknownReply;
+    pump.runFor(link.ReplyTimeout, [this] { return link.ReplyCompleteFlag; });
+    exchange.ReplyStatus = classifyReply(exchange.NetworkRawReply);
+    if (exchange.ReplyStatus == RecognisedReply)
+        exchange.ResponseText = exchange.NetworkRawReply;
+}

@@ -1,0 +1,126 @@
+#include "link/SerialLink.h"
+
+#include "machine/LinkError.h"
+#include "protocol/ReplyClass.h"
+
+namespace {
+constexpr std::string_view SettingsForUse = "38400,N,8,1";
+constexpr std::string_view SettingsForTest = "115200,N,8,1";
+constexpr double ReadPeriodSeconds = 0.3;
+} // namespace
+
+SerialLink::SerialLink(LinkState &linkState, ExchangeState &exchangeState, SerialPort &serialPort,
+                       EventPump &eventPump, LinkStatusDisplay &statusDisplay)
+    : link(linkState),
+      exchange(exchangeState),
+      port(serialPort),
+      pump(eventPump),
+      display(statusDisplay) {
+    port.lost = [this] {
+        link.SerialPortOpen = false;
+        display.refreshAll();
+        pump.show();
+    };
+}
+
+SerialLink::~SerialLink() {
+    port.lost = [] {};
+}
+
+void SerialLink::TestCommPort(int portNumber) {
+    pump.runQueued();
+    // One that was opened for use meanwhile stays open.
+    if (pump.ended() || port.isOpen())
+        return;
+    link.SerialPortOpen = false;
+    try {
+        port.open(port.device(portNumber), SettingsForTest);
+    } catch (const LinkError &) {
+        return;
+    }
+    link.SerialPortOpen = true;
+    port.close();
+}
+
+void SerialLink::open() {
+    openForUse(link.DeviceInUse);
+    pump.runQueued();
+}
+
+void SerialLink::OpenSerialPort(int portNumber) {
+    openForUse(port.device(portNumber));
+    pump.runQueued();
+}
+
+void SerialLink::ReopenSerialPort() {
+    try {
+        openForUse(link.DeviceInUse);
+    } catch (const LinkError &) {
+        return;
+    }
+    display.refreshAll();
+    pump.runQueued();
+}
+
+void SerialLink::openForUse(const SerialDevice &device) {
+    closePort();
+    link.SerialPortOpen = false;
+    port.open(device, SettingsForUse);
+    port.discardBuffers();
+    link.SerialPortOpen = true;
+    link.SelectedCommPort = device.number;
+    link.DeviceInUse = device;
+}
+
+void SerialLink::closePort() {
+    if (port.isOpen())
+        port.close();
+}
+
+void SerialLink::close() {
+    if (!port.isOpen())
+        return;
+    port.close();
+    link.LinkKind = NoLinkKind;
+    link.SerialPortOpen = false;
+    display.ConnecthandleConnectionStatus();
+}
+
+void SerialLink::disconnect() {
+    closePort();
+    link.SerialPortOpen = false;
+}
+
+void SerialLink::send(std::string text) {
+    reopenIfClosed();
+    port.write(text);
+}
+
+void SerialLink::sendGetResponse(std::string text) {
+    // Reopening runs events; an exchange among them must not leave its reply in this one's.
+    reopenIfClosed();
+    exchange.SerialRawReply.clear();
+    port.write(text);
+    ReadSerialResponse();
+}
+
+void SerialLink::reopenIfClosed() {
+    if (!port.isOpen())
+        ReopenSerialPort();
+}
+
+void SerialLink::ReadSerialResponse() {
+    exchange.ResponseText.clear();
+    exchange.ReplyStatus = UnknownReply;
+    const double end = pump.now() + ReadPeriodSeconds;
+    do {
+        AppendSerialInput();
+        pump.runEvents(end);
+    } while (pump.now() < end && !pump.ended());
+    AppendSerialInput();
+    exchange.ReplyStatus = classifyReply(exchange.SerialRawReply);
+    if (exchange.ReplyStatus == RecognisedReply)
+        exchange.ResponseText = exchange.SerialRawReply;
+}
+
+void SerialLink::AppendSerialInput() { appendReceived(exchange.SerialRawReply, port.readAll()); }

@@ -1,0 +1,97 @@
+#include "QtSerialPort.h"
+
+#include "ComPortNames.h"
+#include "machine/LinkError.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace {
+constexpr qint64 ReadBufferBytes = qint64{1} << 20;
+}
+
+QtSerialPort::QtSerialPort(std::string appPath) : programFolder(std::move(appPath)) {
+    port.setReadBufferSize(ReadBufferBytes);
+    QObject::connect(&port, &QSerialPort::errorOccurred, &port,
+                     [this](QSerialPort::SerialPortError error) { noteError(error); });
+}
+
+void QtSerialPort::noteError(QSerialPort::SerialPortError error) {
+    // A device that is gone reports one of these, over and over until it is closed.
+    const bool gone = error == QSerialPort::ResourceError || error == QSerialPort::ReadError ||
+                      error == QSerialPort::WriteError;
+    if (!gone || !port.isOpen())
+        return;
+    // Not from within the port's own work, and not any more when it was opened anew by then.
+    QMetaObject::invokeMethod(
+        &port,
+        [this, mine = opening, reason = port.errorString().toStdString()] {
+            if (mine != opening || !port.isOpen())
+                return;
+            port.close();
+            failure = reason;
+            lost();
+        },
+        Qt::QueuedConnection);
+}
+
+std::string QtSerialPort::place() const {
+    if (current.number == 0)
+        return "the serial port";
+    return "COM" + std::to_string(current.number) + " (" + current.name + ")";
+}
+
+SerialDevice QtSerialPort::device(int number) const {
+    return {number, comPortDevice(programFolder, number)};
+}
+
+void QtSerialPort::configure(std::string_view settings) {
+    const QStringList fields =
+        QString::fromLatin1(settings.data(), static_cast<qsizetype>(settings.size()))
+            .split(QLatin1Char(','));
+    if (fields.size() != 4)
+        throw LinkError("Setting", place(), "unknown port settings");
+    const QString &parity = fields[1];
+    port.setBaudRate(fields[0].toInt());
+    port.setParity(parity == QLatin1String("E")   ? QSerialPort::EvenParity
+                   : parity == QLatin1String("O") ? QSerialPort::OddParity
+                                                  : QSerialPort::NoParity);
+    port.setDataBits(static_cast<QSerialPort::DataBits>(fields[2].toInt()));
+    port.setStopBits(fields[3] == QLatin1String("2") ? QSerialPort::TwoStop : QSerialPort::OneStop);
+    port.setFlowControl(QSerialPort::NoFlowControl);
+}
+
+void QtSerialPort::open(const SerialDevice &device, std::string_view settings) {
+    close();
+    ++opening;
+    current = device;
+    port.setPortName(QString::fromStdString(device.name));
+    configure(settings);
+    if (!port.open(QIODevice::ReadWrite)) {
+        failure = port.errorString().toStdString();
+        throw LinkError("Opening", place(), failure);
+    }
+}
+
+void QtSerialPort::close() {
+    if (port.isOpen())
+        port.close();
+    failure = "the port is not open";
+}
+
+bool QtSerialPort::isOpen() const { return port.isOpen(); }
+
+void QtSerialPort::discardBuffers() { port.clear(QSerialPort::AllDirections); }
+
+void QtSerialPort::write(std::string_view text) {
+    if (!port.isOpen())
+        throw LinkError("Writing to", place(), failure);
+    const auto length = static_cast<qint64>(text.size());
+    if (port.write(text.data(), length) != length)
+        throw LinkError("Writing to", place(), port.errorString().toStdString());
+}
+
+std::string QtSerialPort::readAll() {
+    return port.isOpen() ? port.readAll().toStdString() : std::string();
+}

@@ -1,0 +1,50 @@
+#include "AboutWindow.h"
+
+#include "FaceButton.h"
+#include "LinkPicture.h"
+#include "start/ProgramTitle.h"
+
+#include <QFontInfo>
+#include <QGridLayout>
+#include <QLabel>
+
+AboutWindow::AboutWindow(Form &aboutForm, const FormView &aboutView)
+    : Window("frmAbout", aboutForm, aboutView) {
+    const QString title = QLatin1String(ProgramTitle);
+    setWindowTitle(QStringLiteral("About ") + title);
+    setWindowFlag(Qt::Dialog);
+    const auto label = [this](const char *name, const QString &text) {
+        auto *made = new QLabel(text, this);
+        made->setObjectName(QLatin1String(name));
+        return made;
+    };
+    auto *picIcon = new LinkPicture(true, this);
+    picIcon->setObjectName(QStringLiteral("picIcon"));
+    QLabel *lblTitle = label("lblTitle", title);
+    QFont bold = lblTitle->font();
+    bold.setBold(true);
+    bold.setPixelSize(lblTitle->fontInfo().pixelSize() * 13 / 10);
+    lblTitle->setFont(bold);
+    QLabel *lblVersion =
+        label("lblVersion", QStringLiteral("Version ") + QLatin1String(ProgramVersion));
+    QLabel *lblDescription =
+        label("lblDescription", QStringLiteral("Controls Corvane audio/video matrix switchers\n"
+                                               "over a serial port or TCP/IP."));
+    auto *cmdOK = new FaceButton(QStringLiteral("OK"), this);
+    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK->setMinimumWidth(110);
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(24, 22, 24, 18);
+    grid->setHorizontalSpacing(20);
+    grid->setVerticalSpacing(8);
+    grid->addWidget(picIcon, 0, 0, Qt::AlignTop);
+    grid->addWidget(lblTitle, 0, 1);
+    grid->addWidget(lblVersion, 1, 1);
+    grid->addWidget(lblDescription, 2, 1);
+    grid->setRowMinimumHeight(3, 10);
+    grid->addWidget(cmdOK, 4, 1, Qt::AlignRight);
+    grid->setSizeConstraint(QLayout::SetFixedSize);
+    whenClicked(cmdOK, [this] { form.unload(); });
+    whenKey(Qt::Key_Escape, [this] { form.unload(); });
+    cmdOK->setFocus();
+}

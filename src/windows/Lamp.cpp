@@ -1,0 +1,31 @@
+#include "Lamp.h"
+
+#include "Colours.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+Lamp::Lamp(QWidget *parent) : QWidget(parent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setLit(false);
+}
+
+void Lamp::setLit(bool on) {
+    lit = on;
+    setAccessibleDescription(on ? QStringLiteral("lit") : QStringLiteral("unlit"));
+    update();
+}
+
+void Lamp::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double side = std::min(width(), height());
+    QRectF circle(0, 0, side, side);
+    circle.moveCenter(QRectF(rect()).center());
+    const double edge = std::max(1.0, side / 8.0);
+    circle.adjust(edge / 2, edge / 2, -edge / 2, -edge / 2);
+    painter.setPen(QPen(lit ? colour::LampLit.darker(130) : colour::LampEdge, edge));
+    painter.setBrush(lit ? QBrush(colour::LampLit) : QBrush(Qt::NoBrush));
+    painter.drawEllipse(circle);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "panel/PanelControls.h"
+
+#include <QRect>
+#include <QSize>
+
+// Where the panel's controls stand on a sheet of any size. Lengths of the design are in twips, 15
+// of them a logical pixel at the design size.
+
+inline constexpr int TwipsPerPixel = 15;
+
+/// The design size of the panel below its menu.
+inline constexpr TwipRect PanelArea{0, 0, 13965, 10350};
+
+inline constexpr TwipRect InputsCard{120, 735, 13725, 2790};
+inline constexpr TwipRect OutputsCard{120, 3960, 13725, 4395};
+inline constexpr TwipRect LinkPicturesPlace{10200, 225, 750, 405};
+inline constexpr TwipRect StatusLabelPlace{11580, 300, 1635, 255};
+
+/// The place of a slot of an array, 1 to 32. Slots 1 to 16 are row 1, 17 to 32 row 2, columns from
+/// the left. Mute buttons of row 2 are out of step: slots 17 to 24 stand in columns 16 down to 9,
+/// slots 25 to 32 in columns 1 to 8.
+constexpr TwipRect slotRect(const SlotArray &array, int slot) {
+    constexpr int SlotsInRow = 16;
+    constexpr int FirstColumn = 240;
+    constexpr int ColumnStep = 840;
+    const int row = (slot - 1) / SlotsInRow;
+    int column = (slot - 1) % SlotsInRow;
+    if (array.controls == &PanelView::MuteButton && row == 1)
+        column = slot <= 24 ? 32 - slot : slot - 25;
+    const SlotPlace &place = array.place;
+    return {FirstColumn + ColumnStep * column + place.columnOffset,
+            place.top + row * place.secondRow, place.width, place.height};
+}
+
+/// How much larger than the design the panel is drawn on a sheet of that size.
+constexpr double sheetScale(const QSize &sheet) {
+    const double across = sheet.width() * double(TwipsPerPixel) / PanelArea.width;
+    const double down = sheet.height() * double(TwipsPerPixel) / PanelArea.height;
+    return across < down ? across : down;
+}
+
+/// The place of `twips` in pixels on a sheet of that size, on which the panel is centred.
+QRect onSheet(const TwipRect &twips, const QSize &sheet);

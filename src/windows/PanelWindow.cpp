@@ -1,0 +1,239 @@
+#include "PanelWindow.h"
+
+#include "FaceButton.h"
+#include "Lamp.h"
+#include "PanelSheet.h"
+#include "TextConversion.h"
+#include "VolumeBox.h"
+#include "start/HelpTexts.h"
+
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr double DesignFontPixels = 11.0;
+constexpr int SmallestFontPixels = 6;
+constexpr double SmallestScale = 0.75; // below that the captions cannot be read
+constexpr int TabRowTwips = 180;
+
+void styleBox(QLineEdit *box) {
+    box->setReadOnly(true);
+    box->setAlignment(Qt::AlignCenter);
+    box->setFocusPolicy(Qt::TabFocus);
+    box->setContextMenuPolicy(Qt::NoContextMenu);
+    box->setTextMargins(-2, 0, -2, 0);
+}
+
+} // namespace
+
+PanelWindow::PanelWindow(KVN32x32Audio &panelForm, const PanelView &panelView,
+                         std::function<void(std::size_t)> openHelp)
+    : Window("KVN32x32Audio", panelForm, panelView.form),
+      panel(panelForm),
+      view(panelView),
+      sheet(new PanelSheet(this)) {
+    setWindowTitle(QStringLiteral("Corvane Control Panel"));
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    buildMenu(std::move(openHelp));
+    layout->addWidget(sheet);
+    for (const SlotArray &array : SlotArrays)
+        buildSlots(array);
+    for (const SingleControl &single : SingleControls)
+        buildSingle(single);
+    buildStatus();
+    orderTabs();
+    whenKey(Qt::Key_F9, [this] { panel.TakeButton_Click(); });
+    whenKey(Qt::Key_Escape, [this] { panel.ClearButton_Click(); });
+    const QSize designSize(PanelArea.width / TwipsPerPixel, PanelArea.height / TwipsPerPixel);
+    sheet->setMinimumSize(designSize * SmallestScale);
+    resize(designSize + QSize(0, layout->menuBar()->sizeHint().height()));
+}
+
+void PanelWindow::buildMenu(std::function<void(std::size_t)> openHelp) {
+    auto *bar = new QMenuBar(this);
+    QMenu *menu = bar->addMenu(QStringLiteral("Help Files"));
+    menu->setObjectName(QStringLiteral("HlpFiles"));
+    for (std::size_t topic = 0; topic < HelpTexts.size(); ++topic) {
+        QAction *action = menu->addAction(QLatin1String(HelpTexts.at(topic).menuText));
+        action->setObjectName(QLatin1String(HelpTexts.at(topic).menuItem));
+        connect(action, &QAction::triggered, this,
+                [this, openHelp, topic] { report([&] { openHelp(topic); }); });
+    }
+    layout()->setMenuBar(bar);
+    whenKey(Qt::Key_F1, [openHelp = std::move(openHelp)] { openHelp(0); });
+}
+
+QWidget *PanelWindow::makeControl(ControlKind kind, const QString &name, const Control &control) {
+    QWidget *made = nullptr;
+    switch (kind) {
+    case ControlKind::Button: {
+        auto *button = new FaceButton(QString(), sheet);
+        bind(button, control);
+        made = button;
+        break;
+    }
+    case ControlKind::Label: {
+        auto *label = new QLabel(sheet);
+        label->setAlignment(Qt::AlignCenter);
+        bind(label, control);
+        made = label;
+        break;
+    }
+    case ControlKind::Lamp: {
+        auto *lamp = new Lamp(sheet);
+        bind(lamp, control);
+        made = lamp;
+        break;
+    }
+    case ControlKind::Box: {
+        auto *box = new VolumeBox(sheet);
+        styleBox(box);
+        bind(box, control);
+        made = box;
+        break;
+    }
+    }
+    made->setObjectName(name);
+    return made;
+}
+
+void PanelWindow::buildSlots(const SlotArray &array) {
+    auto &widgets = slotWidgets.at(static_cast<std::size_t>(&array - SlotArrays.data()));
+    for (int slot = 1; slot <= SlotControls::last(); ++slot) {
+        QWidget *widget = makeControl(
+            array.kind, QStringLiteral("%1_%2").arg(QLatin1String(array.name)).arg(slot),
+            (view.*array.controls)[slot]);
+        widgets.at(static_cast<std::size_t>(slot)) = widget;
+        placedControls.push_back({widget, slotRect(array, slot)});
+        if (!array.clicked)
+            continue;
+        const auto clicked = [this, &array, slot] { (panel.*array.clicked)(slot); };
+        if (auto *box = dynamic_cast<VolumeBox *>(widget))
+            box->pointedAt = [this, clicked] { report(clicked); };
+        else
+            whenClicked(qobject_cast<QAbstractButton *>(widget), clicked);
+    }
+}
+
+void PanelWindow::buildSingle(const SingleControl &single) {
+    QWidget *widget = makeControl(single.kind, QLatin1String(single.name), view.*single.control);
+    placedControls.push_back({widget, single.place, single.growth, single.weight, {}});
+    if (auto *label = qobject_cast<QLabel *>(widget)) {
+        const bool centred = single.growth == Growth::ToBothSides;
+        label->setAlignment((centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
+    }
+    if (single.clicked)
+        whenClicked(qobject_cast<QAbstractButton *>(widget),
+                    [this, &single] { (panel.*single.clicked)(); });
+}
+
+void PanelWindow::buildStatus() {
+    const StatusWidgets status = bindStatus(sheet, view.status);
+    placedControls.push_back(
+        {status.ZarnConnectedLabel, StatusLabelPlace, Growth::ToTheRight, Weight::Normal, {}});
+    placedControls.push_back({status.ZarnConnectedImage, LinkPicturesPlace});
+    placedControls.push_back({status.ZarnNotConnectedImage, LinkPicturesPlace});
+}
+
+void PanelWindow::orderTabs() {
+    std::vector<Placed> order;
+    std::copy_if(
+        placedControls.begin(), placedControls.end(), std::back_inserter(order),
+        [](const Placed &placed) { return (placed.widget->focusPolicy() & Qt::TabFocus) != 0; });
+    // Controls of one row may differ a little in height and place.
+    const auto rowAndColumn = [](const Placed &placed) {
+        const int middle = placed.place.y + placed.place.height / 2;
+        return std::pair((middle + TabRowTwips / 2) / TabRowTwips, placed.place.x);
+    };
+    std::stable_sort(order.begin(), order.end(),
+                     [rowAndColumn](const Placed &one, const Placed &other) {
+                         return rowAndColumn(one) < rowAndColumn(other);
+                     });
+    for (std::size_t next = 1; next < order.size(); ++next)
+        QWidget::setTabOrder(order[next - 1].widget, order[next].widget);
+}
+
+void PanelWindow::nameSlots(Side side, const Table<int, 32> &shownNumbers,
+                            std::array<int, 33> &named) {
+    for (std::size_t slot = 1; slot < named.size(); ++slot) {
+        const int number = shownNumbers[static_cast<long long>(slot)];
+        if (std::exchange(named.at(slot), number) == number)
+            continue;
+        for (std::size_t array = 0; array < SlotArrays.size(); ++array) {
+            const SlotArray &row = SlotArrays.at(array);
+            if (row.side == side && *row.spoken)
+                slotWidgets.at(array).at(slot)->setAccessibleName(
+                    QStringLiteral("%1 %2 %3")
+                        .arg(QLatin1String(side == Side::Input ? "Input" : "Output"))
+                        .arg(number)
+                        .arg(QLatin1String(row.spoken)));
+        }
+    }
+}
+
+void PanelWindow::refreshRest() {
+    nameSlots(Side::Input, view.InputShown, namedInputs);
+    nameSlots(Side::Output, view.OutputShown, namedOutputs);
+    showName();
+    for (Placed &placed : placedControls) {
+        const auto *label = qobject_cast<QLabel *>(placed.widget);
+        if (placed.growth != Growth::None && label->text() != placed.laidOutText)
+            place(placed);
+    }
+}
+
+void PanelWindow::showName() {
+    auto *label = findChild<QLabel *>(QStringLiteral("KVNNameLabel"));
+    const QString name = shown(view.KVNNameLabel.text);
+    label->setText(label->fontMetrics().elidedText(name, Qt::ElideRight, label->width()));
+    label->setToolTip(name.toHtmlEscaped());
+}
+
+QFont PanelWindow::fittingFont() const {
+    const int room = onSheet(slotRect(SlotArrays.at(3), 1), sheet->size()).width() - 4;
+    QFont font = sheet->font();
+    int pixels = static_cast<int>(DesignFontPixels * sheetScale(sheet->size()));
+    for (; pixels > SmallestFontPixels; --pixels) {
+        font.setPixelSize(pixels);
+        const QFontMetrics metrics(font);
+        if (std::max(metrics.horizontalAdvance(QStringLiteral("Vid/Aud")),
+                     metrics.horizontalAdvance(QStringLiteral("Vol -45"))) <= room)
+            break;
+    }
+    font.setPixelSize(std::max(pixels, SmallestFontPixels));
+    return font;
+}
+
+void PanelWindow::place(Placed &placed) const {
+    QRect place = onSheet(placed.place, sheet->size());
+    if (placed.growth != Growth::None) {
+        placed.laidOutText = qobject_cast<QLabel *>(placed.widget)->text();
+        const int missing = std::max(0, placed.widget->sizeHint().width() + 6 - place.width());
+        const int toTheLeft = placed.growth == Growth::ToBothSides ? missing / 2 : 0;
+        place.adjust(-toTheLeft, 0, missing - toTheLeft, 0);
+        place.translate(-std::max(0, place.right() + 1 - sheet->width()), 0);
+    }
+    placed.widget->setGeometry(place);
+}
+
+void PanelWindow::layOut() {
+    const QFont font = fittingFont();
+    QFont bold = font;
+    bold.setBold(true);
+    for (Placed &placed : placedControls) {
+        placed.widget->setFont(placed.weight == Weight::Bold ? bold : font);
+        place(placed);
+    }
+    showName();
+}
+
+void PanelWindow::resizeEvent(QResizeEvent *event) {
+    Window::resizeEvent(event);
+    layout()->activate();
+    layOut();
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "PanelLayout.h"
+#include "Window.h"
+
+#include <array>
+#include <functional>
+#include <vector>
+
+/// The window of the routing panel. It opens at its design size and scales as a whole, text
+/// included.
+class PanelWindow : public Window {
+public:
+    /// @param openHelp opens a help window, 0 to 2
+    PanelWindow(KVN32x32Audio &panelForm, const PanelView &panelView,
+                std::function<void(std::size_t)> openHelp);
+
+protected:
+    void refreshRest() override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    struct Placed {
+        QWidget *widget;
+        TwipRect place;
+        Growth growth = Growth::None;
+        Weight weight = Weight::Normal;
+        QString laidOutText{}; ///< of a label that grows with its text
+    };
+
+    void buildMenu(std::function<void(std::size_t)> openHelp);
+    void buildSlots(const SlotArray &array);
+    void buildSingle(const SingleControl &single);
+    void buildStatus();
+    QWidget *makeControl(ControlKind kind, const QString &name, const Control &control);
+    void orderTabs();
+    void nameSlots(Side side, const Table<int, 32> &shownNumbers, std::array<int, 33> &named);
+    void layOut();
+    void place(Placed &placed) const;
+    void showName();
+    [[nodiscard]] QFont fittingFont() const;
+
+    KVN32x32Audio &panel;
+    const PanelView &view;
+    QWidget *sheet;
+    std::vector<Placed> placedControls;
+    std::array<std::array<QWidget *, 33>, SlotArrays.size()> slotWidgets{};
+    std::array<int, 33> namedInputs{};
+    std::array<int, 33> namedOutputs{};
+};

@@ -1,0 +1,90 @@
+#include "StartWindow.h"
+
+#include "FaceButton.h"
+#include "start/ProgramTitle.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QVBoxLayout>
+
+#include <utility>
+
+StartWindow::StartWindow(frmMain &startForm, const MainView &mainView,
+                         std::function<void()> openAbout)
+    : Window("frmMain", startForm, mainView.form), start(startForm) {
+    setWindowTitle(QLatin1String(ProgramTitle));
+    buildLayout(mainView);
+    buildMenu(std::move(openAbout));
+    whenKey(QKeySequence::New, [this] { start.addUnit(); });
+}
+
+void StartWindow::buildLayout(const MainView &view) {
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(28, 24, 28, 22);
+    layout->setSpacing(12);
+    const auto addButton = [&](const char *name, const Control &control, int index) {
+        auto *button = named(new FaceButton(QString(), this), name);
+        button->setMinimumSize(360, 52);
+        bind(button, control);
+        whenClicked(button, [this, index] { start.MainControlButton_Click(index); });
+        layout->addWidget(button);
+    };
+    addButton("MainControlButton_0", view.MainControlButton_0, 0);
+    addButton("MainControlButton_2", view.MainControlButton_2, 2);
+    layout->addSpacing(8);
+    auto *hint = named(new QLabel(this), "ToDisconnectPortLabel");
+    keepPlaceWhenHidden(hint);
+    bind(hint, view.ToDisconnectPortLabel);
+    layout->addWidget(hint);
+    const StatusWidgets status = bindStatus(this, view.status);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(12);
+    row->addWidget(status.ZarnConnectedImage);
+    row->addWidget(status.ZarnNotConnectedImage);
+    row->addWidget(status.ZarnConnectedLabel, 1);
+    layout->addLayout(row);
+    statusLabel = status.ZarnConnectedLabel;
+    statusLabel->setMinimumHeight(32);
+    statusLabel->setFocusPolicy(Qt::TabFocus);
+    statusLabel->setCursor(Qt::PointingHandCursor);
+    statusLabel->installEventFilter(this);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void StartWindow::buildMenu(std::function<void()> openAbout) {
+    auto *bar = new QMenuBar(this);
+    QMenu *menu = named(bar->addMenu(QStringLiteral("Corvane")), "CorvaneControllerFunctions");
+    const auto addItem = [this, menu](const char *name, const char *caption,
+                                      std::function<void()> action) {
+        QAction *item = menu->addAction(QLatin1String(caption));
+        item->setObjectName(QLatin1String(name));
+        connect(item, &QAction::triggered, this,
+                [this, action = std::move(action)] { report(action); });
+    };
+    addItem("Connect2Corvane", "Find/Connect/Control Corvane",
+            [this] { start.Connect2Corvane_Click(); });
+    addItem("ControlExistingCorvane", "Add/Edit/Control/Delete Existing Corvane",
+            [this] { start.ControlExistingCorvane_Click(); });
+    addItem("AboutCorvaneController", "About", std::move(openAbout));
+    layout()->setMenuBar(bar);
+}
+
+bool StartWindow::eventFilter(QObject *watched, QEvent *event) {
+    bool clicked = false;
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        clicked = mouse->button() == Qt::LeftButton &&
+                  statusLabel->rect().contains(mouse->position().toPoint());
+    } else if (event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        clicked =
+            !key->isAutoRepeat() && (key->key() == Qt::Key_Space || key->key() == Qt::Key_Return ||
+                                     key->key() == Qt::Key_Enter);
+    }
+    if (!clicked)
+        return Window::eventFilter(watched, event);
+    report([this] { start.ZarnConnectedLabel_Click(); });
+    return true;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Window.h"
+#include "start/frmMain.h"
+
+#include <functional>
+
+/// The window of `frmMain`.
+class StartWindow : public Window {
+public:
+    /// @param openAbout what the menu's last item does
+    StartWindow(frmMain &startForm, const MainView &mainView, std::function<void()> openAbout);
+
+private:
+    void buildLayout(const MainView &view);
+    void buildMenu(std::function<void()> openAbout);
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    frmMain &start;
+    QLabel *statusLabel = nullptr;
+};

@@ -1,0 +1,206 @@
+#include "Window.h"
+
+#include "Colours.h"
+#include "FaceButton.h"
+#include "LinkPicture.h"
+#include "TextConversion.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QShortcut>
+#include <QWindow>
+
+#include <utility>
+
+namespace {
+
+void showButton(QWidget &widget, const Control &control) {
+    auto &button = static_cast<QAbstractButton &>(widget);
+    button.setText(shown(control.text));
+    button.setChecked(control.lit);
+    if (auto *face = dynamic_cast<FaceButton *>(&widget))
+        face->setFace(colour::of(control.face));
+}
+
+void showLabel(QWidget &widget, const Control &control) {
+    static_cast<QLabel &>(widget).setText(shown(control.text));
+}
+
+void showBox(QWidget &widget, const Control &control) {
+    auto &box = static_cast<QLineEdit &>(widget);
+    // The cursor stays where it is when the text comes back as it was typed.
+    if (const QString text = shown(control.text); box.text() != text)
+        box.setText(text);
+}
+
+void showLamp(QWidget &widget, const Control &control) {
+    static_cast<Lamp &>(widget).setLit(control.lit);
+}
+
+void showFrame(QWidget &widget, const Control &control) {
+    static_cast<QGroupBox &>(widget).setTitle(shown(control.text));
+}
+
+void showNothing(QWidget &, const Control &) {}
+
+} // namespace
+
+Window::Window(const char *name, Form &shownForm, const FormView &shownView)
+    : form(shownForm), formView(shownView) {
+    setObjectName(QLatin1String(name));
+    setAttribute(Qt::WA_QuitOnClose, false);
+}
+
+void Window::report(const std::function<void()> &action) {
+    action();
+    reported();
+}
+
+void Window::whenClicked(QAbstractButton *button, std::function<void()> action) {
+    connect(button, &QAbstractButton::clicked, this,
+            [this, action = std::move(action)] { report(action); });
+}
+
+void Window::whenKey(const QKeySequence &keys, std::function<void()> action) {
+    auto *shortcut = new QShortcut(keys, this);
+    shortcut->setAutoRepeat(false);
+    connect(shortcut, &QShortcut::activated, this,
+            [this, action = std::move(action)] { report(action); });
+}
+
+void Window::bindAs(QWidget *widget, const Control &control,
+                    void (*showText)(QWidget &, const Control &)) {
+    bound.push_back({widget, &control, showText, std::nullopt});
+}
+
+void Window::bind(QAbstractButton *button, const Control &control) {
+    bindAs(button, control, showButton);
+}
+
+void Window::bind(QLabel *label, const Control &control) {
+    label->setTextFormat(Qt::PlainText);
+    bindAs(label, control, showLabel);
+}
+
+void Window::bind(QLineEdit *box, const Control &control) { bindAs(box, control, showBox); }
+
+void Window::bind(Lamp *lamp, const Control &control) { bindAs(lamp, control, showLamp); }
+
+void Window::bind(QGroupBox *frame, const Control &control) { bindAs(frame, control, showFrame); }
+
+void Window::bindPresence(QWidget *widget, const Control &control) {
+    bindAs(widget, control, showNothing);
+}
+
+Window::StatusWidgets Window::bindStatus(QWidget *parent, const LinkStatusView &status) {
+    linkStatus = &status;
+    statusWidgets = {named(new QLabel(parent), "ZarnConnectedLabel"),
+                     named(new LinkPicture(true, parent), "ZarnConnectedImage"),
+                     named(new LinkPicture(false, parent), "ZarnNotConnectedImage")};
+    statusWidgets.ZarnConnectedLabel->setTextFormat(Qt::PlainText);
+    statusWidgets.ZarnConnectedLabel->setAutoFillBackground(true);
+    statusWidgets.ZarnConnectedLabel->setAlignment(Qt::AlignCenter);
+    return statusWidgets;
+}
+
+void Window::refresh() {
+    const QPointer<QWidget> focus = focusWidget();
+    refreshBound();
+    refreshStatus();
+    refreshRest();
+    // A control that is disabled for a while gets the focus back that it lost by that.
+    if (focus && !focus->isEnabled()) {
+        parkedFocus = focus;
+        parkedAt = focusWidget();
+    } else if (parkedFocus && parkedFocus->isEnabled()) {
+        if (focusWidget() == parkedAt && parkedFocus->isVisible())
+            parkedFocus->setFocus();
+        parkedFocus.clear();
+    }
+    refreshForm();
+}
+
+void Window::refreshBound() {
+    for (Bound &binding : bound) {
+        const Control &control = *binding.control;
+        if (binding.shown == control)
+            continue;
+        binding.shown = control;
+        binding.showText(*binding.widget, control);
+        binding.widget->setEnabled(control.enabled);
+        binding.widget->setVisible(control.visible);
+    }
+}
+
+void Window::refreshStatus() {
+    if (!linkStatus || shownStatus == *linkStatus)
+        return;
+    shownStatus = *linkStatus;
+    QLabel *label = statusWidgets.ZarnConnectedLabel;
+    QPalette colours = label->parentWidget()->palette();
+    const QColor background = colour::of(linkStatus->colour, colours);
+    colours.setColor(QPalette::Window, background);
+    colours.setColor(QPalette::WindowText, colour::textOn(background));
+    label->setPalette(colours);
+    label->setText(shown(linkStatus->caption));
+    label->setVisible(linkStatus->labelVisible);
+    statusWidgets.ZarnConnectedImage->setVisible(linkStatus->linkUp);
+    statusWidgets.ZarnNotConnectedImage->setVisible(!linkStatus->linkUp);
+}
+
+void Window::refreshForm() {
+    if (std::exchange(shownMinimised, formView.minimised) != formView.minimised &&
+        formView.minimised)
+        setWindowState(windowState() | Qt::WindowMinimized);
+    else if (!formView.minimised && isMinimized())
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (std::exchange(shownLoaded, formView.loaded) != formView.loaded)
+        setVisible(formView.loaded);
+    if (std::exchange(shownRaised, formView.raised) != formView.raised && formView.loaded) {
+        raise();
+        activateWindow();
+    }
+    if (std::exchange(shownFocus, formView.focusMoved) != formView.focusMoved) {
+        if (auto *widget = findChild<QWidget *>(QString::fromStdString(formView.focus)))
+            widget->setFocus();
+    }
+}
+
+void Window::closeEvent(QCloseEvent *event) {
+    event->ignore();
+    report([this] { frameClosed(); });
+}
+
+void Window::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    // Minimised or restored by the user: that is what is shown from now on.
+    if (event->type() == QEvent::WindowStateChange && formView.loaded)
+        form.minimise(shownMinimised = isMinimized());
+}
+
+void Window::keyPressEvent(QKeyEvent *event) {
+    auto *button = qobject_cast<QAbstractButton *>(focusWidget());
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && button && !event->isAutoRepeat())
+        button->click();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void keepPlaceWhenHidden(QWidget *widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+void placeOverModalWindow(QWidget &window) {
+    const QWidget *modal = QApplication::activeModalWidget();
+    if (modal == &window)
+        return;
+    // A window that is open already may belong to nobody, or to one below the modal one.
+    window.hide();
+    window.winId();
+    window.windowHandle()->setTransientParent(modal ? modal->windowHandle() : nullptr);
+    window.show();
+}

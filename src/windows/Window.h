@@ -1,0 +1,106 @@
+#pragma once
+
+#include "Lamp.h"
+#include "forms/Control.h"
+#include "forms/Form.h"
+#include "link/LinkStatusDisplay.h"
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+/// Shows one form and reports what the user does. What is shown comes from the form's view alone
+/// and is brought up to date by refresh(), which touches only what differs. Enter presses the
+/// button that has the focus.
+class Window : public QWidget {
+public:
+    /// @param name object name
+    Window(const char *name, Form &shownForm, const FormView &shownView);
+
+    /// Brings the window up to date with its view.
+    void refresh();
+
+    /// Called after everything that was reported; all windows may have to change.
+    std::function<void()> reported = [] {};
+
+protected:
+    /// Reports an action of the user to the form.
+    void report(const std::function<void()> &action);
+    void whenClicked(QAbstractButton *button, std::function<void()> action);
+    void whenKey(const QKeySequence &keys, std::function<void()> action);
+
+    /// What closing the frame means; the form is unloaded unless a window says otherwise.
+    virtual void frameClosed() { form.unload(); }
+
+    /// Brings up to date what is not bound.
+    virtual void refreshRest() {}
+
+    /// Keeps a widget up to date with a control of the view from now on.
+    void bind(QAbstractButton *button, const Control &control);
+    void bind(QLabel *label, const Control &control);
+    void bind(QLineEdit *box, const Control &control);
+    void bind(Lamp *lamp, const Control &control);
+    void bind(QGroupBox *frame, const Control &control);
+    /// Visibility and availability only.
+    void bindPresence(QWidget *widget, const Control &control);
+    /// The status label and the two link pictures, which it makes as children of `parent`.
+    struct StatusWidgets {
+        QLabel *ZarnConnectedLabel;
+        QWidget *ZarnConnectedImage;
+        QWidget *ZarnNotConnectedImage;
+    };
+    StatusWidgets bindStatus(QWidget *parent, const LinkStatusView &status);
+
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+    Form &form;
+
+private:
+    struct Bound {
+        QWidget *widget;
+        const Control *control;
+        void (*showText)(QWidget &, const Control &);
+        std::optional<Control> shown;
+    };
+
+    void bindAs(QWidget *widget, const Control &control,
+                void (*showText)(QWidget &, const Control &));
+    void refreshBound();
+    void refreshStatus();
+    void refreshForm();
+
+    const FormView &formView;
+    std::vector<Bound> bound;
+    const LinkStatusView *linkStatus = nullptr;
+    std::optional<LinkStatusView> shownStatus;
+    StatusWidgets statusWidgets{};
+    bool shownLoaded = false;
+    bool shownMinimised = false;
+    int shownRaised = 0;
+    int shownFocus = 0;
+    QPointer<QWidget> parkedFocus; ///< lost the focus because it was disabled
+    QPointer<QWidget> parkedAt;    ///< where the focus went then
+};
+
+/// Gives a widget its object name.
+template <class Widget> Widget *named(Widget *widget, const char *name) {
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+/// Lets a widget keep its place while it is hidden.
+void keepPlaceWhenHidden(QWidget *widget);
+
+/// Makes a window that is about to be shown belong to the modal window that is open, if one is.
+/// Otherwise it could not be answered.
+void placeOverModalWindow(QWidget &window);
