@@ -45,20 +45,14 @@ public:
     MessageState messageState;
     Views views;
 
-private:
     LinkStatusDisplay display;
     SerialLink serial;
     NetworkLink network;
-
-public:
     Messages messages;
-
-private:
     UnitTalk talk;
     ActionGuard guard;
     SavedUnitsFile unitsFile;
 
-public:
     frmMain startForm;
     dlgConnect connectForm;
     dlgControlExisting unitsForm;

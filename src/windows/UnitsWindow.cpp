@@ -121,14 +121,14 @@ QGroupBox *UnitsWindow::buildWorkArea() {
     connect(AvailCorvanesList, &QListWidget::itemDoubleClicked, this, [this] {
         report([this] { dialog.AvailCorvanesList_DoubleClick(chosenRow(*AvailCorvanesList)); });
     });
-    auto *ControlledbyText = named(new QLineEdit(frame), "ControlledbyText");
-    ControlledbyText->setAccessibleName(QStringLiteral("Controlled via"));
-    ControlledbyText->setReadOnly(true);
-    bind(ControlledbyText, view.ControlledbyText);
     ConnectChoiceList =
         buildList("ConnectChoiceList", QStringLiteral("Connection kind"), view.ConnectChoiceList,
                   &dlgControlExisting::ConnectChoiceList_Click, frame);
     ConnectChoiceList->setFixedHeight(56);
+    auto *ControlledbyText = named(new QLineEdit(frame), "ControlledbyText");
+    ControlledbyText->setAccessibleName(QStringLiteral("Controlled via"));
+    ControlledbyText->setReadOnly(true);
+    bind(ControlledbyText, view.ControlledbyText);
 
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(10);

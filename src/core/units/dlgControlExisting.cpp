@@ -316,11 +316,8 @@ void dlgControlExisting::ConnectControlButton() {
         view.StatusLabel.visible = false;
     });
     connectUnit();
-    if (pump.ended())
-        return;
     openUnit(mine);
-    if (!pump.ended())
-        unload();
+    unload();
 }
 
 void dlgControlExisting::connectUnit() {

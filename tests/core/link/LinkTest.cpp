@@ -1,9 +1,6 @@
-#include "LinkTest.h"
-
-#include "Links.h"
-
 #include "machine/LinkError.h"
 #include "support/DataTable.h"
+#include "support/TestProgram.h"
 #include "support/failureOf.h"
 #include "support/toString.h"
 
@@ -15,6 +12,40 @@ using Display = LinkStatusDisplay;
 
 const std::string Configuration = "\r\nKVN-16x16-RGBA\r\n";
 
+/// The links of a program of which nothing else is used.
+struct LinkFixture : TestProgram {
+    LinkState &state = program.link;
+    ExchangeState &exchange = program.unit.exchange;
+    ModelFacts &model = program.unit.model;
+    SerialLink &serial = program.serial;
+    UnitTalk &talk = program.talk;
+    Form &form = program.aboutForm;
+
+    LinkFixture() { answerMessages(); }
+    /// Opens COM7 as the connection dialog does.
+    void connectSerial() {
+        state.LinkKind = SerialLinkKind;
+        serial.OpenSerialPort(7);
+    }
+    /// Connects 10.0.0.5 as the connection dialog does.
+    void connectNetwork() {
+        state.LinkKind = NetworkLinkKind;
+        state.RemoteIPAddress = "10.0.0.5";
+        program.network.SetupConnectIP();
+    }
+    /// How start window, saved units, connection dialog and panel show the link.
+    [[nodiscard]] std::array<LinkStatusView *, 4> looks() const {
+        return {&views.main.status, &views.units.status, &views.connect.status,
+                &views.panel.status};
+    }
+    [[nodiscard]] Texts captions() const {
+        Texts texts;
+        for (const LinkStatusView *look : looks())
+            texts.push_back(look->caption);
+        return texts;
+    }
+};
+
 /// Both links are open, `kind` is the one in use.
 struct Links : LinkFixture {
     explicit Links(char kind) {
@@ -22,7 +53,6 @@ struct Links : LinkFixture {
         connectNetwork();
         state.LinkKind = kind;
         start = pump.now();
-        answerMessages();
     }
     [[nodiscard]] double seconds() const { return pump.now() - start; }
     void answer(const std::function<std::string(std::string_view)> &device) {
@@ -64,6 +94,34 @@ char letterOf(const LinkStatusView &view) {
 }
 
 } // namespace
+
+class LinkTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void exchanges_data();
+    void exchanges();
+    void usesTheLinkOfTheKind();
+    void sendsNothingAfterTheEnd();
+    void opensPorts();
+    void reopensTheDeviceThatWasOpen();
+    void testLeavesAPortInUse();
+    void cutReplyPollutesTheNext();
+    void healsAClosedPort();
+    void reopeningKeepsCommandsApart();
+    void lostLinksTellThemselves();
+    void nestedExchangeTakesOver();
+    void connects();
+    void laterConnectTakesOver();
+    void onlyTheFirstSendWaits();
+    void guardTellsWhyItFails();
+    void statusDisplays_data();
+    void statusDisplays();
+    void statusQuery_data();
+    void statusQuery();
+    void configuration_data();
+    void configuration();
+};
 
 void LinkTest::exchanges_data() {
     const DataTable<std::string, int> row("answer", "status");
@@ -176,9 +234,10 @@ void LinkTest::healsAClosedPort() {
     LinkFixture links;
     links.connectSerial();
     links.serialPort.close();
+    const Texts before = links.captions();
     links.talk.CloseLink(); // nothing at all
     QCOMPARE(textOf(links), std::string("S+----|"));
-    QCOMPARE(links.captions(), Texts(4, "Zarn Connected"));
+    QCOMPARE(links.captions(), before);
     // An exchange that runs while the port opens again is not mixed in.
     links.pump.in(0.0, [&] { ask(links, "VOL L 1?\r"); });
     QCOMPARE(ask(links), Configuration);
@@ -217,7 +276,7 @@ void LinkTest::lostLinksTellThemselves() {
         links.pump.runFor(1.0, [] { return false; });
         QCOMPARE(textOf(links), std::string(after));
         QCOMPARE(links.captions(), Texts(4, caption));
-        QCOMPARE(links.told, Texts());
+        QCOMPARE(links.messages, std::string());
     }
 }
 
@@ -240,8 +299,8 @@ void LinkTest::connects() {
         LinkFixture links;
         Texts shown;
         links.pump.show = [&] {
-            if (shown.empty() || shown.back() != links.progress.text)
-                shown.push_back(links.progress.text);
+            if (shown.empty() || shown.back() != links.views.connect.Label2.text)
+                shown.push_back(links.views.connect.Label2.text);
         };
         links.socket.host = host;
         links.socket.connectDelay = delay;
@@ -257,7 +316,7 @@ void LinkTest::connects() {
             progress.push_back("Connecting to 10.0.0.5 " + std::string(attempt, '.'));
         if (links.state.IPConnectedFlag) {
             progress.emplace_back("Connected to 10.0.0.5");
-            links.network.SetupConnectIP(); // does nothing on a link that is up
+            links.program.network.SetupConnectIP(); // does nothing on a link that is up
         }
         const Texts &log = links.socket.log;
         QCOMPARE(std::count(log.begin(), log.end(), "connect 10.0.0.5:23"), int(attempts));
@@ -298,15 +357,15 @@ void LinkTest::guardTellsWhyItFails() {
             links.socket.peerCloses();
             links.talk.SendCommand("CFG ?\r\n");
         };
-        links.guard.run(links.form, [&] { links.model.ButtonInput[33] = 1; });
+        links.program.guard.run(links.form, [&] { links.model.ButtonInput[33] = 1; });
         QVERIFY(textOf(links).ends_with("+++++|"));
-        links.guard.run(links.form, [&] {
+        links.program.guard.run(links.form, [&] {
             links.form.unload();
             lose();
         });
-        QCOMPARE(links.told, Texts{index});
-        links.guard.run(links.form, lose);
-        QCOMPARE(links.told, Texts({index, failure}));
+        QCOMPARE(links.messages, index);
+        links.program.guard.run(links.form, lose);
+        QCOMPARE(links.messages, index + " | " + failure);
         QCOMPARE(textOf(links), std::string(after));
         QCOMPARE(links.captions(), Texts(4, "Not Connected"));
     }
@@ -340,11 +399,15 @@ void LinkTest::statusDisplays() {
         links.state.IPLinkOpenFlag = network;
         links.state.SelectedCommPort = 10;
         links.state.RemoteIPAddress = "10.0.0.5";
-        links.hint.visible = !links.views[0].linkUp;
-        (links.display.*refresh)();
-        for (const LinkStatusView &view : links.views)
-            looks += letterOf(view);
-        QVERIFY(links.hint.visible == links.views[0].linkUp || letterOf(links.views[0]) == ' ');
+        for (LinkStatusView *look : links.looks())
+            *look = {};
+        Control &hint = links.views.main.ToDisconnectPortLabel;
+        hint.visible = !links.views.main.status.linkUp;
+        (links.program.display.*refresh)();
+        for (const LinkStatusView *look : links.looks())
+            looks += letterOf(*look);
+        const LinkStatusView &start = links.views.main.status;
+        QVERIFY(letterOf(start) == ' ' || hint.visible == start.linkUp);
         looks += links.state.LinkShownFlag ? "+|" : "|";
     }
     QTEST(looks, "looks");
@@ -373,18 +436,16 @@ void LinkTest::statusQuery() {
         return replies.at(asked.size() - 1);
     };
     links.model.NumOutputs = 2;
-    links.routing.Outputs.fill({"9", 'a', 'U', "b", 'c', "-7", "3", 'd', "4"});
+    links.program.unit.routing.Outputs.fill({"9", 'a', 'U', "b", 'c', "-7", "3", 'd', "4"});
     links.talk.RequestOutputStatus(links.form);
     QCOMPARE(asked, Texts(replies.size(), "STA O A\r"));
     std::string records;
     for (int output = 1; output <= 3; ++output) {
-        const OutputStatusRecord &record = links.routing.Outputs[output];
+        const OutputStatusRecord &record = links.program.unit.routing.Outputs[output];
         records += record.OutputNumberText + record.MuteFlag + record.VolumeText + "/" +
                    record.AudioInputText + "/" + record.VideoInputText + " ";
     }
-    for (const std::string &message : links.told)
-        records += message;
-    QTEST(records, "records");
+    QTEST(records + links.messages, "records");
 }
 
 void LinkTest::configuration_data() {
@@ -418,3 +479,4 @@ void LinkTest::configuration() {
 }
 
 QTEST_GUILESS_MAIN(LinkTest)
+#include "LinkTest.moc"
