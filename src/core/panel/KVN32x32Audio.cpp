@@ -129,6 +129,9 @@ void KVN32x32Audio::openSequence(int mine) {
     if (!view.status.linkUp)
         openLinkIfDown();
     status.ConnecthandleConnectionStatus();
+    // Closed while the link was opened: there is nothing to ask and nobody to tell.
+    if (!isShowing(mine))
+        return;
     guard.run(*this, [this] { talk.RequestOutputStatus(*this); });
     if (!isShowing(mine))
         return;

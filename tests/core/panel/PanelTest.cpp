@@ -1,0 +1,482 @@
+#include "panel/PanelControls.h"
+#include "support/TestProgram.h"
+#include "support/checkRows.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+namespace {
+
+using Rows = std::vector<std::array<std::string, 2>>;
+
+// clang-format off
+/// What is clicked under which mark, a slot's number follows.
+const std::map<std::string, std::string> Marks{
+    {"iB", "InputVideoAudioButtons"}, {"iV", "InputVideoButtons"},  {"iA", "InputAudioButtons"},
+    {"oB", "OutputVidAudButtons"},    {"oV", "OutputVideoButtons"}, {"oA", "OutputAudioButtons"},
+    {"m", "MuteButton"},              {"v", "OutputVolumeValue"},   {"take", "TakeButton"},
+    {"escape", "ClearButton"},        {"presets", "GoToPresets"},   {"exit", "ExitButton"},
+    {"up", "VolumeUpButton"},         {"down", "VolumeDownButton"}};
+// clang-format on
+
+template <class Table> auto rowNamed(const Table &rows, const std::string &name) {
+    return std::find_if(rows.begin(), rows.end(), [&](auto &row) { return row.name == name; });
+}
+
+std::map<int, Control> seen(const SlotControls &controls) {
+    std::map<int, Control> shown;
+    for (int slot = 0; slot <= 32; ++slot) {
+        if (controls[slot].visible)
+            shown[slot] = controls[slot];
+    }
+    return shown;
+}
+
+std::string replaced(std::string text, const std::string &old, const std::string &by) {
+    for (auto at = text.find(old); at != text.npos; at = text.find(old, at + by.size()))
+        text.replace(at, old.size(), by);
+    return text;
+}
+
+/// A program whose panel is open. It plays words: what is clicked, what happens, "@1.5:lose/up" for
+/// what happens when one and a half waits of an exchange are over, and "?p" for what is looked at.
+struct Panel : TestProgram {
+    explicit Panel(bool network) : overNetwork(network) { openPanel(overNetwork); }
+
+    bool overNetwork;
+    std::string looks; ///< what was seen
+    FakeWire &wire = overNetwork ? socket.wire : serialPort.wire;
+    std::function<std::string(std::string_view)> unitAnswer = wire.device;
+    PanelView &view = views.panel;
+    dlgPresets &presets = program.panelForm.presetsForm();
+
+    void play(const std::string &script) {
+        std::istringstream words(script);
+        for (std::string word; words >> word;) {
+            const auto colon = word.find(':');
+            if (word[0] == '@')
+                pump.in(std::stod(word.substr(1)) * (overNetwork ? 0.8 : 0.3),
+                        [=, this] { play(replaced(word.substr(colon + 1), "/", " ")); });
+            else if (word[0] == '?')
+                see(look(word[1]));
+            else
+                perform(word);
+        }
+    }
+
+    /// From now on the unit answers commands that start so with `reply`.
+    void answer(const std::string &command, const std::string &reply) {
+        wire.device = [=, this](std::string_view text) {
+            return text.starts_with(command) ? reply : unitAnswer(text);
+        };
+    }
+    void see(const std::string &text) {
+        looks += (looks.empty() || text.empty() ? "" : " ") + text;
+    }
+    void perform(const std::string &word);
+    void controlSavedUnit();
+    [[nodiscard]] std::string look(char what);
+    [[nodiscard]] std::string picked() const;
+    [[nodiscard]] std::string pending() const;
+    [[nodiscard]] std::string wronglyShown() const;
+    [[nodiscard]] std::string slotsOf(Side side) const;
+};
+
+void Panel::perform(const std::string &word) {
+    const auto digits = std::min(word.find_first_of("0123456789="), word.size());
+    const std::string verb = word.substr(0, digits);
+    const std::string rest = word.substr(digits);
+    const std::string value = rest.substr(rest.empty() ? 0 : 1);
+    if (const auto mark = Marks.find(verb); mark != Marks.end()) {
+        const auto usable = [&](const Control &control) {
+            if (!view.form.loaded || !control.visible || !control.enabled)
+                see("no " + word);
+        };
+        if (const auto array = rowNamed(SlotArrays, mark->second); array != SlotArrays.end()) {
+            usable((view.*array->controls)[std::stoi(rest)]);
+            return (program.panelForm.*array->clicked)(std::stoi(rest));
+        }
+        const auto single = rowNamed(SingleControls, mark->second);
+        usable(view.*single->control);
+        return (program.panelForm.*single->clicked)();
+    }
+    const std::map<std::string, std::function<void()>> others{
+        {"", // another unit takes the place of the one that is left
+         [&] {
+             play("exit");
+             unit = Unit({.model = "KVN-" + word});
+             play("open");
+         }},
+        {"open", [&] { openPanel(overNetwork); }},
+        {"again", [&] { program.startForm.MainControlButton_Click(0); }}, // while it is open
+        {"unit", [&] { controlSavedUnit(); }},
+        {"frame", [&] { program.panelForm.unload(); }},
+        {"main", [&] { program.startForm.unload(); }},
+        {"min", [&] { program.startForm.minimise(true); }},
+        {"splash", [&] { program.setupForm.unload(); }},
+        {"step", [&] { program.panelForm.VolumeUpButton_Click(); }}, // though it is hidden
+        {"echo", [&] { program.panelForm.TurnOffEcho(); }},
+        {"p", [&] { presets.NewPresetButton_Click(std::stoi(rest)); }},
+        {"go", [&] { presets.ExecutePresetButton_Click(); }},
+        {"close", [&] { presets.ExitPresets_Click(); }},
+        {"x", [&] { presets.unload(); }},
+        {"lose", [&] { overNetwork ? socket.peerCloses() : serialPort.vanish(); }},
+        {"back", [&] { serialPort.present = {7}; }},
+        {"host", [&] { socket.host = static_cast<FakeTcpSocket::Host>(std::stoi(value)); }},
+        {"STA", [&] { answer("STA", "\r\nSTA O A\r\n  Output 1 (A," + value + ")\r\n"); }},
+        {"VOL", [&] { answer("VOL L 1?", "\r\nVOL L 1 " + value + "\r\n"); }},
+        {"raw", [&] { answer("", value); }},
+        {"late", [&] { wire.delay = overNetwork ? 0.9 : 0.35; }}, // in the wait that follows
+        {"well", [&] { wire.device = unitAnswer, wire.delay = 0.01; }},
+        {"wait", [&] { pump.runFor(5.0, [] { return false; }); }},
+        {"note", [&] { takeWritten(), messages.clear(); }}};
+    others.at(verb)();
+}
+
+/// Controls the saved unit "Hall" until its panel is closed.
+void Panel::controlSavedUnit() {
+    files.contentsOf["program/KVNConfigurator.ini"] =
+        std::string("KVN NAME = Hall\r\nKVN TYPE = ") +
+        (overNetwork ? "ETHER\r\nKVN IP = 10.11.12.13\r\n" : "SERIAL\r\n");
+    program.unitsForm.LoadForm();
+    program.unitsForm.OptionsCommand_Click(Operation::Control);
+    program.unitsForm.AvailCorvanesList_Click(0);
+    if (!overNetwork)
+        connectInDialog();
+    program.unitsForm.AddCorvaneCommand_Click();
+}
+
+std::string Panel::look(char what) {
+    std::string text;
+    const auto marks = [&](char mark, bool is) { text += is ? mark : '-'; };
+    switch (what) {
+    case 's': // what was sent; "Q" is the status query
+        return replaced(replaced(takeWritten(), "\r", ";"), "STA O A;STA O A;", "Q");
+    case 'm': // what was said
+        text = std::exchange(messages, {});
+        return text.find(overNetwork ? "10.11.12.13" : "COM7") == text.npos ? text : "failed";
+    case 'f': // the forms
+        return replaced(loaded(), "KVN32x32Audio", "panel") + (view.form.loaded && view.form.minimised ? " min" : "") +
+               (views.main.form.minimised ? " main min" : "");
+    case 'e': // the link, as all windows show it and as it is
+        for (const auto *status : {&view.status, &views.main.status, &views.units.status})
+            text += status->linkUp && status->showsConnected()              ? '+'
+                    : !status->linkUp && status->caption == "Not Connected" ? '-'
+                                                                            : '?';
+        marks('+', serialPort.isOpen() || socket.state() != SocketState::Closed);
+        return text;
+    case 'v': // the volume controls and the hint that are seen
+        marks('U', view.VolumeUpButton.visible);
+        marks('D', view.VolumeDownButton.visible);
+        marks('O', view.OutputVolumeLabel.visible);
+        marks('L', view.Label1.visible);
+        return text + (text[0] == 'U' ? " " + view.OutputVolumeLabel.text : "");
+    case 'b': // what two outputs show
+        for (const int slot : {1, 2})
+            text += view.InputVideoConnected[slot].text + "|" +
+                    view.InputAudioConnected[slot].text + "|" + view.MuteButton[slot].text + "|" +
+                    view.OutputVolumeValue[slot].text + (slot == 1 ? ", " : "");
+        return text + (view.MuteButton[1].face == Face::Muted ? " red" : "");
+    case 'l': // the levels of two outputs
+        return view.OutputVolumeValue[1].text + "," + view.OutputVolumeValue[2].text + "," +
+               program.unit.routing.Outputs[1].VolumeText;
+    case 'r': // the presets that are marked
+        for (const Control &button : views.presets.NewPresetButton)
+            text += button.face == Face::Neutral ? "" : replaced(button.text, "Preset ", "P");
+        return text + (views.presets.ExecutePresetButton.face == Face::Busy ? "!" : "");
+    case 't':
+        return view.TakeButton.face == Face::Busy ? "busy" : "idle";
+    case 'k':
+        return view.KVNNameLabel.visible ? view.KVNNameLabel.text : "nameless";
+    case 'd':
+        return view.CorvaneTypeLabel.text + " " + view.form.focus;
+    case 'o':
+        return slotsOf(Side::Input) + ", " + slotsOf(Side::Output);
+    case 'p':
+        return picked();
+    case 'n':
+        return pending() + wronglyShown();
+    default:
+        throw std::logic_error("nothing to look at");
+    }
+}
+
+/// What is picked: "BVA BVA" for the groups of inputs and outputs, with "-" for a disabled one and
+/// "?" for one that is neither; then the marks of the lamps that are seen lit; then the three
+/// lists.
+std::string Panel::picked() const {
+    std::string marks;
+    for (const char *const mark : {"iB", "iV", "iA", "oB", "oV", "oA"}) {
+        const auto buttons = seen(view.*rowNamed(SlotArrays, Marks.at(mark))->controls);
+        const auto enabled = std::count_if(buttons.begin(), buttons.end(),
+                                           [](auto &entry) { return entry.second.enabled; });
+        marks += mark == std::string("oB") ? " " : "";
+        marks += enabled == std::ssize(buttons) ? mark[1] : enabled == 0 ? '-' : '?';
+    }
+    for (const auto &[mark, lamps] : {std::pair(" iV", &view.InputVideoLamp),
+                                      {" iA", &view.InputAudioLamp},
+                                      {" oV", &view.OutputVideoIndicator},
+                                      {" oA", &view.OutputAudioIndicator}}) {
+        for (const auto &[slot, lamp] : seen(*lamps))
+            marks += lamp.lit ? mark + std::to_string(slot) : "";
+    }
+    return marks + " " + view.SelectedOutputsHolder.text + "|" +
+           view.SelectedAudioOutputsHolder.text + "|" + view.CurrentInputHolder.text;
+}
+
+/// All that is left of a selection, a take or a fault; empty when all is ready for the next.
+std::string Panel::pending() const {
+    std::string left = picked() == "BVA BVA ||" ? messages : picked() + messages;
+    left += view.TakeButton.face == Face::Neutral ? "" : " TAKE is armed";
+    left += program.panel.CurrentInput == 0 ? "" : " an input is picked";
+    for (const std::string &output : program.panel.SelectedOutputs)
+        left += output.empty() ? "" : " output " + output + " is picked";
+    return left;
+}
+
+/// The outputs whose boxes and buttons do not show what the unit has.
+std::string Panel::wronglyShown() const {
+    const auto source = [](int input) {
+        return input == Unit::NotConnected ? "NC" : std::to_string(input);
+    };
+    std::string wrong;
+    for (int output = 1; const auto &[slot, box] : seen(view.OutputVolumeValue)) {
+        const Control &mute = view.MuteButton[slot];
+        const bool muted = unit.muted(output);
+        if (view.InputVideoConnected[slot].text != source(unit.videoInput(output)) ||
+            (mute.visible &&
+             (view.InputAudioConnected[slot].text != source(unit.audioInput(output)) ||
+              box.text != "Vol " + unit.volume(output) || mute.text != (muted ? "MUTED" : "MUTE") ||
+              mute.face != (muted ? Face::Muted : Face::Unmuted))))
+            wrong += " " + std::to_string(output);
+        ++output;
+    }
+    return wrong;
+}
+
+/// The slots of a side that are seen, and the first and last text of each array, "o" for none.
+std::string Panel::slotsOf(Side side) const {
+    std::string text;
+    for (const SlotArray &array : SlotArrays) {
+        const auto shown = seen(view.*array.controls);
+        if (array.side != side || shown.empty())
+            continue;
+        const auto &[first, control] = *shown.begin();
+        const auto &[last, lastControl] = *shown.rbegin();
+        const std::string range = std::to_string(first) + "-" + std::to_string(last);
+        text += (text.starts_with(range) ? "" : range) + " " +
+                (control.text.empty() ? "o" : control.text) +
+                (control.text == lastControl.text ? "" : ".." + lastControl.text);
+        for (int slot = 0; slot <= 32; ++slot) {
+            const int number = (side == Side::Input ? view.InputShown : view.OutputShown)[slot];
+            const bool exists = slot >= first && slot <= last;
+            if (number != (exists ? slot - first + 1 : 0) || shown.contains(slot) != exists)
+                text += "!" + std::to_string(slot);
+        }
+    }
+    return text;
+}
+
+/// Each row is played and compared on both links; "S:" and "E:" before it are for one of them.
+void check(const Rows &rows, const std::string &before = "", const std::string &after = "") {
+    for (const bool overNetwork : {false, true}) {
+        for (const auto &[given, expected] : rows) {
+            if (given[1] == ':' && given[0] != (overNetwork ? 'E' : 'S'))
+                continue;
+            Panel kvn(overNetwork);
+            kvn.play(before + " " + given.substr(given[1] == ':' ? 2 : 0) + " " + after);
+            checkRows({{given, expected}}, [&](auto &) { return kvn.looks; });
+        }
+    }
+}
+
+} // namespace
+
+class PanelTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void showsTheUnitsSlots();
+    void picks();
+    void takes();
+    void showsWhatTheUnitReports();
+    void stepsTheVolume();
+    void recallsPresets();
+    void opens();
+    void overlappingClicks();
+    void closedInAWait();
+    void linkIsLost();
+    void oddReplies();
+};
+
+// clang-format off
+void PanelTest::showsTheUnitsSlots() {
+    const std::string audio16 = "1-16 1..16 o o Vid/Aud V A, 1-16 1..16 o o Vid/Aud V A 1..16 1..16 Vol -20 MUTE";
+    check({{"", audio16 + " RGB 16x16 with Audio InputVideoAudioButtons_1 ---L"},
+           {"32x32-RGBA", "1-32 1..32 o o Vid/Aud V A, 1-32 1..32 o o Vid/Aud V A 1..32 1..32 Vol -20 MUTE "
+                          "RGB 32x32 with Audio InputVideoAudioButtons_1 ---L"},
+           {"32x32-RGBA iB5 oB7 m17 oB9 8x4-RGBA", "5-12 1..8 o o Vid/Aud V A, 7-10 1..4 o o Vid/Aud V A 1..4 "
+                          "1..4 Vol -20 MUTE RGB 8 x 4 with Audio InputVideoAudioButtons_5 ---L"},
+           {"iV9 oV7 8x4-RGB", "5-12 1..8 o Video, 7-10 1..4 o Video o RGB 8 x 4 No Audio InputVideoAudioButtons_5 ----"},
+           {"32x32-RGB oB7 16x16-RGBA", audio16 + " RGB 16x16 with Audio InputVideoAudioButtons_1 ---L"},
+           {"v9 iA3 32x32-RGB", "1-32 1..32 o Video, 1-32 1..32 o Video o RGB 32x32 No Audio InputVideoAudioButtons_1 ----"},
+           {"oA7 16x8-RGBA", "1-16 1..16 o o Vid/Aud V A, 5-12 1..8 o o Vid/Aud V A 1..8 1..8 Vol -20 MUTE "
+                             "RGB 16 x 8 with Audio InputVideoAudioButtons_1 ---L"}}, "", "?o ?d ?v ?n");
+    check({{"escape ?o", "1-16 In1..In16 o o Vid/Aud V A, 1-16 Out1..Out16 o o Vid/Aud V A 1..16 1..16 Vol -20 MUTE"},
+           {"8x4-RGB iB6 oB7 take ?o", "5-12 In1..In8 o Video, 7-10 Out1..Out4 o Video o"},
+           {"escape exit open ?o", audio16}});
+}
+
+void PanelTest::picks() {
+    check({{"iB3", "B-- B-- iV3 iA3 oV3 oA3 ||3 3F"},        {"iV3", "-V- -V- iV3 oV3 ||3 3F"},
+           {"iA3 iA12", "--A --A iA12 oA12 ||12 12F"},        {"iB3 oB1 iB3", "BVA BVA ||"},
+           {"iV3 oV1 iV3", "BVA BVA ||"},                     {"iA3 oA1 iA3", "BVA BVA ||"},
+           {"iV3 iV3 iV4", "-V- -V- iV4 oV4 ||4 4F"},         {"oB2 oB1", "B-- B-- oV1 oV2 oA1 oA2 1,2|1F,2F|"},
+           {"oV2 oV1", "-V- -V- oV1 oV2 1,2||"},              {"oA2", "--A --A oA2 2|2F|"},
+           {"oB1 oB2 oB1", "BVA BVA oV2 oA2 2|2F|"},          {"oV1 oV1", "BV- BV- ||"},
+           {"oA1 oA1", "BVA BVA ||"},                         {"iB3 oB1 oB1", "B-- B-- iV3 iA3 oV3 oA3 ||3 3F"},
+           {"iV3 oV1 oV1", "BV- BV- iV3 oV3 ||3 3F"},         {"iA3 oA1 oA1", "BVA BVA iA3 oA3 ||3 3F"},
+           {"iA3 oA1 oA1 iV4", "-V- -V- iV4 iA3 oV4 ||4 4F"}, {"iV3 oV1 oV1 escape", "BVA BVA ||"},
+           {"iA3 oA1 oA2 oA2 oV4", "-V- -V- iA3 oV4 oA1 oA3 1,4|1F,4F|3 3F"},
+           {"oB1 oB2 iB3", "B-- B-- iV3 iA3 oV3 oA3 1,2|1F,2F|3 3F"},
+           {"oV2 escape oB3", "B-- B-- oV3 oA3 3|3F|"},
+           {"iV4 oV2 take iA4 oA9 take iB4", "B-- B-- iV4 iA4 oV2 oV4 oA4 oA9 ||4 4F"},
+           {"iB1 oB10 take iB10", "B-- B-- iV10 iA10 ||10 10F"},
+           {"8x4-RGBA iB6", "B-- B-- iV6 iA6 oV8 oA8 ||2 2F"},
+           {"8x4-RGBA iV12 oV10 oV10", "BV- BV- iV12 ||8 8F"},
+           {"8x4-RGBA oA7 oA10 oA7", "BVA BVA oA10 4|4F|"}}, "", "?p");
+}
+
+void PanelTest::takes() {
+    check({{"iB3 oB1 oB2", "busy Con 3(1,2)3F (1,2);Q"}, {"iV3 oV9 oV10 oV2", "busy Con 3(2,9,10);Q"},
+           {"iA16 oA2 oA5", "busy Con 16F (2,5);Q"},     {"oB5 oB4", "busy DIS 4,5,4F,5F;Q"},
+           {"oV5 oV4", "busy DIS 4,5;Q"},                {"oA5 oA4", "busy DIS 4F,5F;Q"},
+           {"iB3 oB1 oB1", "busy Con 3()3F ();Q"},       {"iB3 oB1 iB3", "busy DIS ,;Q"},
+           {"oB1 oB2 iB3 oB4", "busy Con 3(4)3F (4);Q"}, {"oB1 iB3", "busy Con 3(1)3F (1);Q"}, // the lists stay
+           {"iB3 oB1 escape", "busy Con 3()3F ();Q"},    {"iB3 oB1 oB2 exit open", "busy DIS ,;Q"},
+           {"iV3 oV1 frame open oB2", "busy DIS 2,2F;Q"}, {"iA3 oA1 again note", "busy DIS ,;Q"},
+           {"oA1 take", "busy DIS 1F;QDIS ;Q"},          {"32x32-RGBA iB32 oB31 oB10", "busy Con 32(10,31)32F (10,31);Q"},
+           {"8x4-RGBA iB5 oB7 oB10", "busy Con 1(1,4)1F (1,4);Q"}, {"8x4-RGB iB12 oB7 oB8", "busy Con 8(1,2);Q"},
+           {"8x4-RGB oB9", "busy DIS 3;Q"},              {"8x4-RGBA m8", "busy MUT M 2;QDIS ,;Q"},
+           {"m2 m2", "busy MUT M 2;QMUT U 2;QDIS ,;Q"},  {"32x32-RGBA m17", "busy MUT M 17;QDIS ,;Q"}},
+          "", "@0.5:?t take ?s ?n");
+}
+
+void PanelTest::showsWhatTheUnitReports() {
+    const std::string two = ", 2|2|MUTE|Vol -20";
+    check({{"STA=U,0,V,-20,3,D,7", "7|3|MUTE|Vol -20" + two + " MUT M 1;Q"},
+           {"STA=M,0,V,5,255,D,7", "7|NC|MUTED|Vol 5" + two + " red MUT U 1;Q"},
+           {"STA=U,0,V,2.5,3,D,255", "NC|3|MUTE|Vol 2.5" + two + " MUT M 1;Q"},
+           {"STA=M,0,V,0,3,D,xy take STA=U,0,V,0,3,D,xy", "xy|3|MUTE|Vol 0" + two + " MUT M 1;Q"},
+           {"STA=M,0,V,-1,4,D,4 take STA=X,0,V,-2,3,D,7", "7|3|MUTED|Vol -2" + two + " red MUT U 1;Q"}},
+          "", "take ?b note m1 ?s");
+}
+
+void PanelTest::stepsTheVolume() {
+    // The level reported, the step, the level told then; another click meanwhile does nothing.
+    const std::string asked = ";VOL L 1?; UDOL Output 1 volume";
+    const std::string wait = "UDOL Wait... UDOL Wait... Vol ";
+    check({{"STA=U,0,V,5,1,D,1 take v1 ?v note VOL=-17 up ?l ?s", "UDOL Output Out1 volume Vol 5,Vol -20,5"},
+           {"STA=U,0,V,-45,1,D,1 take v1 VOL=-17 note down ?l ?s", "Vol -45,Vol -20,-45"}});
+    const auto steps = [&](const std::string &level, const std::string &step, const std::string &sent,
+                           const std::string &told, const std::string &shown) {
+        return std::array{"STA=U,0,V," + level + ",1,D,1 take v1 note VOL=" + told + " @0.5:?v/up @1.5:?v/down " + step,
+                          wait + shown + ",Vol -20," + shown + " VOL L 1 " + sent + asked};
+    };
+    check({steps("5", "down", "4", "-17", "-17"),      steps("-45", "up", "-44", "-17", "-17"),
+           steps("-46", "down", "-47", "-17", "-17"),  steps("6", "up", "7", "-17", "-17"),
+           steps("4.5", "up", "5", "5", "5"),          steps("2.5", "up", "3", "-17", "-17"),
+           steps("2.5", "down", "1.5", "-09.0", "-9"), steps("-20", "up", "-19", "", "0"),
+           steps("-20", "up", "-19", "loud", "0")}, "", "?l ?s ?v");
+    // Choosing an output, and what takes the controls away.
+    check({{"v2", "UDOL Output 2 volume"},          {"v1 v2 iV8", "UDOL Output 2 volume"},
+           {"v2 oV2", "---L"},                      {"v2 oV8 oV9", "----"}, // the hint of the kind before
+           {"v2 oA8 oA9", "----"},                  {"v2 m8", "---L"},
+           {"escape v2", "UDOL Output Out2 volume"}, {"v2 escape", "---L"},
+           {"v2 presets", "---L"},                  {"8x4-RGB v8", "----"},
+           {"step ?s", "---L"},                    {"8x4-RGBA v8", "UDOL Output 2 volume"},
+           {"8x4-RGBA v8 up ?s ?n", "VOL L 2 -19;VOL L 2?; UDOL Output 2 volume"}}, "", "?v");
+    // What happens in the wait for the set or for the level of output 1.
+    check({{"@1.5:m2 up", "Vol -19,Vol -20,-19 ---L"},     {"@1.5:v2 up", "Vol -19,Vol -20,-19 UDOL Output 2 volume"},
+           {"@1.5:v2/up up", "Vol -19,Vol -19,-19 UDOL Output 2 volume"},
+           {"@0.5:v2/up up", "Vol -19,Vol -19,-19 UDOL Output 2 volume"},
+           {"@0.5:lose up", "Vol -20,Vol -20,-20 UDOL Output 1 volume failed"},
+           {"@1.5:lose up", "Vol -19,Vol -20,-19 UDOL Output 1 volume"},
+           {"@2.8:lose @0.5:STA=U,0,V,-7,1,D,1/m2 up", "Vol -7,Vol -20,-7 ---L failed"}}, "v1", "?l ?v ?m");
+}
+
+void PanelTest::recallsPresets() {
+    check({{"@0.5:?r go", ""},                       {"p1 @0.5:?r go", "P1! PST X 1;"},
+           {"p3 p32 p32 @0.5:?r go go", "P32! PST X 32;"}, {"p3 p7 ?r p7", "P7 P7"},
+           {"p5 presets", "P5"},                     {"p5 close presets", ""},
+           {"p5 x presets @0.5:?r go", "! PST X 5;"}, {"p5 x exit open presets go", "PST X 5;"},
+           {"p5 close ?f presets p6 @0.5:?f go", "panel frmMain panel dlgPresets frmMain min PST X 6;"},
+           {"p5 @0.5:p6 go", "PST X 5;"},            {"p5 STA=M,0,V,0,9,D,9 raw=Ok go ?b", "1|1|MUTE|Vol -20, 2|2|MUTE|Vol -20 PST X 5;"},
+           {"frame ?f open", "frmMain"}}, "presets", "?r ?s");
+}
+
+void PanelTest::opens() {
+    check({{"exit min @9:?f/?k/?e/exit unit ?f ?e open ?f ?k", "panel dlgControlExisting frmMain main min Hall ++++ frmMain main min ---- panel frmMain main min nameless"},
+           {"min exit ?f min open frame ?f", "frmMain frmMain"},
+           {"echo ?s", "ECHO OFF;"},
+           {"exit @0.5:?f @1.5:?f @2.5:?f open ?f ?e", "frmMain dlgSetup frmMain dlgSetup frmMain panel frmMain ++++"},
+           {"@0.5:frame again ?f", "panel frmMain"}});
+    // The link is lost in the wait for the configuration.
+    check({{"S:@0.5:back @1.5:?f again ?f ?e ?m", "panel dlgSetup frmMain panel frmMain ++++"},
+           {"E:@1.5:?f again ?f ?e ?m", "panel dlgSetup frmMain panel frmMain ++++"},
+           {"E:host=1 @4:?f again wait host=0 wait wait ?f ?e ?m", "panel dlgSetup frmMain panel frmMain ---- failed"},
+           {"host=2 again wait ?f ?e ?m", "panel frmMain ---- failed"},
+           {"E:host=1 @2.5:splash @2.7:?f again host=0 wait ?f ?e ?m", "panel frmMain panel frmMain ---- failed"},
+           {"E:host=1 @2.5:frame/?f again host=0 wait ?f ?e ?m", "dlgSetup frmMain frmMain ----"},
+           {"E:host=1 @2.5:main again host=0 wait ?f ?m", ""}}, "@0.5:lose", "");
+}
+
+void PanelTest::overlappingClicks() {
+    std::string clicks = "iB3 oB1 oB2";
+    for (int nested = 0; nested < 100; ++nested)
+        clicks += " @" + std::to_string(0.07 * nested) + ":" + std::array{"take", "m2", "escape"}.at(nested % 3);
+    check({{clicks + " take wait note ?n iV4 oV1 take ?s ?n", "Con 4(1);Q"},
+           {"S:iB3 oB1 oB2 lose back @0:m3 take ?s ?n", "MUT M 3;QCon 3(1,2)3F (1,2);Q"}}); // opens the port again
+}
+
+void PanelTest::closedInAWait() {
+    const std::string next = " open ?n ?r iB3 oB1 take v1 up ?s ?n";
+    for (const auto &[clicks, count] : {std::pair("iB3 oB1 take", 3), {"m1", 3}, {"v1 up", 2}, {"again", 3}, {"presets p4 go", 1}}) {
+        // The first wait of opening is the start window's.
+        for (int wait = clicks == std::string("again") ? 1 : 0; wait < count; ++wait) {
+            const std::string at = "@" + std::to_string(wait) + ".5:";
+            const std::string step = clicks == std::string("v1 up") ? "-18" : "-19";
+            const std::string works = " Con 3(1)3F (1);QVOL L 1 " + step + ";VOL L 1?;";
+            const std::string then = std::string("/note ") + clicks + " wait ?s ?m ?f ";
+            check({{at + "main" + then, ""},
+                   {at + "frame" + then + "?e" + next, "frmMain ----" + works},
+                   {at + "exit" + then + "?e" + next, "frmMain ----" + works},
+                   {at + "exit/open/iB4/oB2" + then + "take ?s exit" + next,
+                    "panel frmMain Con 4(2)4F (2);Q" + works}});
+        }
+    }
+}
+
+void PanelTest::linkIsLost() {
+    const std::string works = "failed ---- Con 5(2)5F (2);Q";
+    const std::string next = " ?s ?m ?e ?r back exit open presets go close iB4 iB4 iB5 oB2 take ?s ?n";
+    check({{"lose ?e take", "---- " + works}, {"lose m1", works}, {"lose v1 up", works}, {"lose presets p9 go close", works},
+           {"@0.5:lose ?e take", "++++ Con 3(1)3F (1); " + works}, {"@1.5:lose take", "Con 3(1)3F (1);STA O A; " + works}, {"@0.5:lose m1", "MUT M 1; " + works}, {"@0.5:lose/presets/p9/go take", "Con 3(1)3F (1); " + works}},
+          "iB3 oB1", next);
+}
+
+void PanelTest::oddReplies() {
+    const std::string none = "No Response Received from CommPort 7\r\nPlease check cabling and Try Again ";
+    const std::string old = "1|1|MUTE|Vol -20, 2|2|MUTE|Vol -20";
+    check({{"S:raw=", none + " " + old}, {"E:raw=", old}, {"raw=\xff\x01garbage(((,,,)))", old},
+           {"raw=" + std::string(70000, '('), old}, {"STA=", old},
+           {"late", "3|3|MUTE|Vol -20, 2|2|MUTE|Vol -20"}}, "iB3 oB1", "take ?m ?b well iB3 oB2 take ?n");
+}
+// clang-format on
+
+QTEST_GUILESS_MAIN(PanelTest)
+#include "PanelTest.moc"
