@@ -29,8 +29,8 @@ int dlgConnect::takeOver() {
     if (std::exchange(connecting, false)) {
         link.IPConnectingFlag = false;
         network.IPCheckifPortOpenwithClose();
-        view.Label2.text = ConnectPrompt;
     }
+    view.Label2.text = ConnectPrompt;
     return beginShowing();
 }
 
@@ -49,7 +49,6 @@ void dlgConnect::Form_Load() {
     view.SerialPortsCombo.chosen = -1;
     view.Connect2SerialButton.enabled = false;
     address.fill({});
-    view.Label2.text = ConnectPrompt;
     view.status.labelVisible = false;
     view.status.linkUp = false;
     display.ConnecthandleConnectionStatus();
