@@ -1,0 +1,30 @@
+#pragma once
+
+#include "support/ProgramFixture.h"
+
+/// All windows but the panel.
+class DialogsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void areMadeWhenShownFirst();
+    void showListsAndAddresses();
+    void showTheirViews();
+    void showTheLink();
+    void closeInEveryWay();
+    void startWindowReports();
+    void aMessageOverAModalDialogIsAnswered();
+    void connectDialogReports();
+    void unitsReport();
+    void keysPickTheFirstUnitFirst();
+    void presetsReport();
+    void endInTheRealEventLoop();
+
+private:
+    void connectOverSerial();
+    void openUnits(Operation operation);
+
+    ProgramFixture kvn;
+    Views &views = kvn.program.views;
+};
