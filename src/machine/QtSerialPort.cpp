@@ -26,11 +26,12 @@ void QtSerialPort::noteError(QSerialPort::SerialPortError error) {
     // Not from within the port's own work, and not any more when it was opened anew by then.
     QMetaObject::invokeMethod(
         &port,
-        [this, mine = opening, reason = port.errorString().toStdString()] {
+        [this, mine = opening] {
             if (mine != opening || !port.isOpen())
                 return;
             port.close();
-            failure = reason;
+            // A read at its end leaves no reason but the one of some earlier call.
+            failure = "the device is gone";
             lost();
         },
         Qt::QueuedConnection);

@@ -4,236 +4,330 @@
 #include "QtEventPump.h"
 #include "QtSerialPort.h"
 #include "QtTcpSocket.h"
-#include "link/NetworkLink.h"
-#include "link/SerialLink.h"
 #include "machine/LinkError.h"
 #include "simulator/RunningSimulator.h"
-#include "support/DataTable.h"
 #include "support/failureOf.h"
 #include "support/toString.h"
 
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <array>
 
-#include <ctime>
+#include <fcntl.h>
+#include <filesystem>
+#include <pty.h>
+#include <termios.h>
+#include <unistd.h>
 
+namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 namespace {
 
 constexpr auto Loopback = "127.0.0.1";
+constexpr double Long = 30.0; ///< seconds; no machine is so busy
 
 bool never() { return false; }
 
-/// Why `action` did not take `due` seconds or up to 10 ms more, or more than 2 % of a processor;
-/// empty if it did. Tries twice, for the machine may have been busy with something else.
-QByteArray untimely(double due, const std::function<void()> &action, bool again = true) {
-    const std::clock_t cpuStart = std::clock();
-    const auto start = std::chrono::steady_clock::now();
-    action();
-    const double took =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    const double cpu = static_cast<double>(std::clock() - cpuStart) / CLOCKS_PER_SEC;
-    if (took >= due && took <= due + 0.010 && cpu <= 0.02 * due + 0.005)
-        return {};
-    return again ? untimely(due, action, false)
-                 : QByteArray::number(took) + " s, processor " + QByteArray::number(cpu);
-}
-
-/// A program folder in which COM7 can be a simulated unit, and both links.
+/// A program's folder in which COM7 is a pseudo terminal, of which this holds the other side.
 struct Place {
     QTemporaryDir folder;
     std::string path = folder.path().toStdString();
-    QByteArray com7 = "--serial " + folder.path().toLatin1() + "/ports/com7";
+    std::string com7 = path + "/ports/com7";
     QtEventPump pump;
     QtSerialPort port{path};
-    QtTcpSocket socket;
-    LinkState state;
-    ExchangeState exchange;
-    std::array<LinkStatusView, 4> views;
-    Control hint;
-    Control progress;
-    LinkStatusDisplay display{state,
-                              {.Start = views[0],
-                               .SavedUnits = views[1],
-                               .Connect = views[2],
-                               .Panel = views[3],
-                               .ToDisconnectPortLabel = hint,
-                               .ConnectProgress = progress}};
-    SerialLink serial{state, exchange, port, pump, display};
-    NetworkLink network{state, exchange, socket, pump, display};
-    std::vector<std::string> told; ///< what the start window read, one after the other
+    int lost = 0;
+    int master = -1;
 
     Place() {
-        state.LinkKind = SerialLinkKind;
-        pump.show = [this] {
-            if (views[0].caption != "Zarn Connected" &&
-                (told.empty() || told.back() != views[0].caption))
-                told.push_back(views[0].caption);
-        };
+        fs::create_directory(path + "/ports");
+        port.lost = [this] { ++lost; };
+        plugIn();
     }
-    [[nodiscard]] std::string failureOfSend() {
-        return failureOf<LinkError>([&] { socket.send("CFG ?\r\n"); });
+    ~Place() { ::close(master); }
+    Place(const Place &) = delete;
+    Place &operator=(const Place &) = delete;
+
+    /// Left by another program with all that a unit does not want.
+    void plugIn() {
+        int slave = -1;
+        char name[100];
+        QCOMPARE(::openpty(&master, &slave, name, nullptr, nullptr), 0);
+        termios odd{};
+        odd.c_iflag = IXON | IXOFF | ICRNL | ISTRIP;
+        odd.c_oflag = OPOST | ONLCR;
+        odd.c_cflag = CS7 | PARENB | CSTOPB | CRTSCTS | CREAD;
+        odd.c_lflag = ICANON | ECHO | ISIG;
+        ::cfsetspeed(&odd, B9600);
+        ::tcsetattr(slave, TCSANOW, &odd);
+        ::close(slave);
+        ::fcntl(master, F_SETFL, O_NONBLOCK);
+        fs::remove(com7);
+        fs::create_symlink(name, com7);
     }
-    /// Connects and waits for what comes of it.
-    void connect(const char *host, int tcpPort, SocketState expected,
-                 const std::string &reason = "the connection is closed") {
-        socket.connectTo(host, tcpPort);
-        pump.runFor(5.0,
-                    [&] { return socket.state() == expected && socket.failureReason() == reason; });
+    void unplug() { ::close(std::exchange(master, -1)); }
+    void fromUnit(const std::string &bytes) const {
+        QCOMPARE(::write(master, bytes.data(), bytes.size()), ssize_t(bytes.size()));
+    }
+    /// Takes so many bytes at the unit's end.
+    [[nodiscard]] std::string atUnit(std::size_t count) {
+        struct {
+            int from;
+            std::string readAll() const {
+                char bytes[100];
+                return {bytes, std::size_t(std::max(ssize_t(0), ::read(from, bytes, 100)))};
+            }
+        } const unit{master};
+        return arrived(unit, count);
+    }
+    /// Waits for so many bytes from a port or a socket.
+    template <class From> std::string arrived(From &&from, std::size_t count) {
+        std::string bytes;
+        pump.runFor(Long, [&] { return (bytes += from.readAll()).size() >= count; });
+        return bytes;
     }
 };
 
 } // namespace
 
-void PlatformTest::waitsEndInTime_data() {
-    const DataTable<double, double, double> row("seconds", "inner", "due");
-    row("shorter one inside", 0.3, 0.1, 0.3);
-    row("longer one inside", 0.1, 0.3, 0.35);
-}
-
-void PlatformTest::waitsEndInTime() {
-    QFETCH(double, seconds);
-    QFETCH(double, inner);
-    QFETCH(double, due);
+void PlatformTest::waits() {
     QtEventPump pump;
-    const QByteArray why = untimely(due, [&] {
-        if (inner > 0.0)
-            QTimer::singleShot(50ms, Qt::PreciseTimer, [&] { pump.runFor(inner, never); });
-        pump.runFor(seconds, never);
-    });
-    QVERIFY2(why.isEmpty(), why);
+    bool happened = false;
+    const auto took = [&](const std::function<void()> &wait) {
+        const double start = pump.now();
+        wait();
+        return pump.now() - start;
+    };
+    QVERIFY(took([&] { pump.runFor(0.05, never); }) >= 0.05);
+    // One wait inside another, which is over first or last.
+    for (const auto &[outer, inner] : {std::pair(0.1, 0.02), {0.02, 0.1}}) {
+        double inside = 0.0;
+        QTimer::singleShot(
+            1ms, [&, seconds = inner] { inside = took([&] { pump.runFor(seconds, never); }); });
+        QVERIFY(took([&, seconds = outer] { pump.runFor(seconds, never); }) >= 0.1);
+        QVERIFY(inside >= inner);
+    }
+    QTimer::singleShot(5ms, [&] { happened = true; });
+    pump.runUntil([&] { return happened; });
+    QTimer::singleShot(5ms, [&] { happened = false; });
+    QVERIFY(took([&] { pump.runFor(Long, [&] { return !happened; }); }) < Long);
+    QVERIFY(took([&] { pump.runFor(Long, [] { return true; }); }) < Long);
 }
 
-void PlatformTest::waitsEndEarly() {
+void PlatformTest::waitsEndWithTheProgram() {
+    QtEventPump pump;
     bool ran = false;
     const QObject scope; // takes what was never run along
-    const QByteArray why = untimely(0.09, [&] {
-        QtEventPump pump;
-        bool happened = false;
-        QTimer::singleShot(50ms, Qt::PreciseTimer, [&] { happened = true; });
-        pump.runUntil([&] { return happened; });
-        pump.runFor(5.0, [&] { return happened; });
-        QTimer::singleShot(20ms, Qt::PreciseTimer, [&] {
-            QTimer::singleShot(20ms, Qt::PreciseTimer, [&] { pump.end(); });
-            pump.runUntil(never);
-            QTimer::singleShot(0, &scope, [&] { ran = true; });
-        });
-        pump.runFor(5.0, never);
+    const double start = pump.now();
+    QTimer::singleShot(5ms, [&] {
+        QTimer::singleShot(5ms, [&] { pump.end(); });
         pump.runUntil(never);
-        pump.runQueued();
+        QTimer::singleShot(0, &scope, [&] { ran = true; });
     });
-    QVERIFY2(why.isEmpty(), why);
+    pump.runFor(Long, never);
+    pump.runUntil(never);
+    pump.runEvents(std::nullopt);
+    pump.runQueued();
+    QVERIFY(pump.now() - start < Long);
     QVERIFY(!ran);
 }
 
-void PlatformTest::serialExchanges_data() {
-    const DataTable<std::string, int, std::string> row("command", "status", "reply");
-    row("", "CFG ?\r\n", 60, "\r\nKVN-16x16-RGBA\r\n");
-    row("--latency 200 --split 3 ", "VOL L 1?\r", 60, "\r\nVOL L 1 -20\r\n");
-    row("--fault silence ", "CFG ?\r\n", 50, "");
+void PlatformTest::showsBeforeEventsRun() {
+    QtEventPump pump;
+    std::string order;
+    pump.show = [&] { order += "show "; };
+    QTimer::singleShot(0, [&] { order += "first "; });
+    pump.runQueued();
+    QTimer::singleShot(0, [&] { order += "second"; });
+    pump.runFor(Long, [&] { return order.ends_with("second"); });
+    QVERIFY2(order.starts_with("show first show ") && order.ends_with("show second"),
+             order.c_str());
 }
 
-void PlatformTest::serialExchanges() {
-    QFETCH(std::string, command);
-    Place place;
-    const RunningSimulator simulator(QTest::currentDataTag() + place.com7);
-    place.serial.TestCommPort(7);
-    QVERIFY(place.state.SerialPortOpen && !place.port.isOpen());
-    place.serial.OpenSerialPort(7);
-    const QByteArray why = untimely(0.3, [&] { place.serial.sendGetResponse(command); });
-    QVERIFY2(why.isEmpty(), why);
-    QTEST(place.exchange.SerialRawReply, "reply");
-    QTEST(place.exchange.ReplyStatus, "status");
+void PlatformTest::setsUpTheSerialPort() {
+    for (const auto &[settings, speed] :
+         {std::pair("38400,N,8,1", B38400), {"115200,N,8,1", B115200}}) {
+        Place place;
+        place.port.open(place.port.device(7), settings);
+        termios now{};
+        ::tcgetattr(place.master, &now);
+        QCOMPARE(::cfgetospeed(&now), speed_t(speed));
+        QCOMPARE(::cfgetispeed(&now), speed_t(speed));
+        QCOMPARE(now.c_cflag & (CSIZE | PARENB | CSTOPB | CRTSCTS), tcflag_t(CS8));
+        QCOMPARE(now.c_iflag & (IXON | IXOFF | ICRNL | ISTRIP), tcflag_t(0));
+        QCOMPARE(now.c_lflag & (ICANON | ECHO | ISIG), tcflag_t(0));
+        const std::string bytes("\r\n\x03\x11\x00\xff", 6);
+        for (const bool received : {false, true}) {
+            place.fromUnit("old");
+            if (received)
+                place.pump.runFor(0.05, never);
+            place.port.discardBuffers();
+            place.fromUnit(bytes);
+            QCOMPARE(place.arrived(place.port, bytes.size()), bytes);
+        }
+        place.port.write("never");
+        place.port.discardBuffers();
+        place.port.write(bytes);
+        QCOMPARE(place.atUnit(bytes.size()), bytes);
+        place.port.close();
+        QVERIFY(!place.port.isOpen() && place.port.readAll().empty());
+        place.pump.runFor(0.05, never);
+        QCOMPARE(place.lost, 0); // it was closed, not lost
+        for (const char *const unknown : {"", "38400,N,8", "38400,N,8,1,"})
+            QVERIFY(failureOf<LinkError>([&, text = unknown] {
+                        place.port.open(place.port.device(7), text);
+                    }).ends_with("com7) failed: unknown port settings."));
+    }
 }
 
 void PlatformTest::serialPortsThatDoNotOpen() {
     Place place;
-    const RunningSimulator simulator(place.com7);
     QtSerialPort other(place.path);
     other.open(other.device(7), "38400,N,8,1");
-    for (const auto &[port, failure] :
+    for (const auto &[number, failure] :
          {std::pair(20, std::string("(/dev/ttyACM7) failed: No such file or directory.")),
-          {7,
-           "(" + place.path + "/ports/com7) failed: Permission error while locking the device."}}) {
-        QCOMPARE(failureOf<LinkError>([&, number = port] { place.serial.OpenSerialPort(number); }),
-                 "Opening COM" + std::to_string(port) + " " + failure);
-        place.serial.TestCommPort(port);
-        QVERIFY(!place.port.isOpen() && !place.state.SerialPortOpen);
+          {7, "(" + place.com7 + ") failed: Permission error while locking the device."}}) {
+        QCOMPARE(failureOf<LinkError>([&, mine = number] {
+                     place.port.open(place.port.device(mine), "38400,N,8,1");
+                 }),
+                 "Opening COM" + std::to_string(number) + " " + failure);
+        QVERIFY(!place.port.isOpen());
     }
+    QVERIFY(other.isOpen());
+    other.close();
+    place.port.open(place.port.device(7), "38400,N,8,1");
+    QVERIFY(place.port.isOpen());
 }
 
-void PlatformTest::serialPortHeals() {
+void PlatformTest::tellsThatTheDeviceIsGone() {
     Place place;
-    const auto ask = [&] { place.serial.sendGetResponse("CFG ?\r\n"); };
-    {
-        const RunningSimulator simulator(place.com7);
-        for (int port = 1; port <= 20; ++port)
-            place.serial.TestCommPort(port);
-        place.serial.OpenSerialPort(7);
-        place.serial.disconnect();
-        place.serial.OpenSerialPort(7);
+    const auto send = [&] { return failureOf<LinkError>([&] { place.port.write("CFG ?\r\n"); }); };
+    QCOMPARE(send(), std::string("Writing to the serial port failed: the port is not open."));
+    for (int time = 1; time <= 2; ++time) { // plugged in again it is opened by its name
+        place.port.open(place.port.device(7), "38400,N,8,1");
+        QCOMPARE(send(), std::string());
+        QCOMPARE(place.atUnit(7), std::string("CFG ?\r\n"));
+        place.unplug();
+        place.pump.runFor(Long, [&] { return place.lost == time; });
+        QVERIFY(!place.port.isOpen());
+        QCOMPARE(send(), "Writing to COM7 (" + place.com7 + ") failed: the device is gone.");
+        place.plugIn();
+        place.pump.runFor(0.05, never);
+        QCOMPARE(place.lost, time);
     }
-    // Nothing but the device tells it.
-    place.pump.runFor(5.0, [&] { return !place.state.SerialPortOpen; });
-    place.pump.runQueued();
-    QCOMPARE(place.told, std::vector<std::string>({"Not Connected"}));
-    QVERIFY(failureOf<LinkError>(ask).starts_with("Writing to COM7 (" + place.path));
-    QVERIFY(!place.port.isOpen() && !place.state.SerialPortOpen);
-    const RunningSimulator simulator(place.com7);
-    ask();
-    QCOMPARE(place.exchange.ResponseText, std::string("\r\nKVN-16x16-RGBA\r\n"));
-    QVERIFY(place.state.SerialPortOpen);
+    // One that was opened anew meanwhile is not taken for the one that went.
+    place.port.open(place.port.device(7), "38400,N,8,1");
+    place.unplug();
+    place.plugIn();
+    place.port.open(place.port.device(7), "38400,N,8,1");
+    place.pump.runFor(0.05, never);
+    QVERIFY(place.port.isOpen() && place.lost == 2);
 }
 
 void PlatformTest::namesDevices() {
     const Place place;
     std::string devices;
-    for (const int port : {1, 4, 5, 12, 13, 20})
+    for (const int port : {1, 4, 5, 7, 12, 13, 20})
         devices += comPortDevice(place.path, port) + " ";
-    QCOMPARE(devices, std::string("/dev/ttyS0 /dev/ttyS3 /dev/ttyUSB0 /dev/ttyUSB7 /dev/ttyACM0 "
-                                  "/dev/ttyACM7 "));
+    QCOMPARE(devices, "/dev/ttyS0 /dev/ttyS3 /dev/ttyUSB0 " + place.com7 +
+                          " /dev/ttyUSB7 /dev/ttyACM0 /dev/ttyACM7 ");
+    fs::remove(place.com7);
+    QCOMPARE(comPortDevice(place.path, 7), std::string("/dev/ttyUSB2"));
+    fs::create_symlink(place.path + "/nothing", place.com7); // it is the user's word all the same
+    QCOMPARE(comPortDevice(place.path, 7), place.com7);
 }
 
-void PlatformTest::networkExchange() {
-    RunningSimulator simulator("--tcp 0 --split 5 --model KVN-32x32-RGBA");
+void PlatformTest::talksToASocket() {
     Place place;
-    place.connect(Loopback, simulator.tcpPort(), SocketState::Connected);
-    QVERIFY(place.state.IPConnectedFlag);
-    const QByteArray why = untimely(0.8, [&] { place.network.sendGetResponse("STA O A\r"); });
-    QVERIFY2(why.isEmpty(), why);
-    const std::string &heard = place.exchange.ResponseText;
-    QVERIFY(heard.starts_with("\r\nSTA O A\r\n  Output 1 (A,U,0,V,-20,1,D,1)"));
-    QVERIFY(heard.ends_with("\r\n  Output 32 (A,U,0,V,-20,32,D,32)\r\n"));
-    place.network.IPCheckifPortOpenwithClose();
-    QCOMPARE(place.socket.state(), SocketState::Closed);
-    QCOMPARE(place.told, std::vector<std::string>()); // it was closed, not lost
+    QtTcpSocket socket;
+    std::string told;
+    socket.connectComplete = [&] { told += "connected "; };
+    socket.sendComplete = [&] { told += "sent "; };
+    socket.dataArrival = [&] { told += "arrived "; };
+    socket.lost = [&] { told += "lost "; };
+    const auto waitFor = [&](const std::string &expected) {
+        place.pump.runFor(Long, [&] { return told == expected; });
+        QCOMPARE(std::exchange(told, {}), expected);
+    };
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    QCOMPARE(static_cast<int>(socket.state()), 0);
+    for (const bool peerCloses : {true, false}) {
+        socket.connectTo(" 127.0.0.001", server.serverPort());
+        QCOMPARE(static_cast<int>(socket.state()), 6);
+        waitFor("connected ");
+        QCOMPARE(static_cast<int>(socket.state()), 7);
+        const std::string bytes("\r\n\x00\xff", 4);
+        socket.send(bytes);
+        waitFor("sent ");
+        place.pump.runFor(Long, [&] { return server.hasPendingConnections(); });
+        const std::unique_ptr<QTcpSocket> peer(server.nextPendingConnection());
+        place.pump.runFor(Long, [&] { return peer->bytesAvailable() == 4; });
+        QCOMPARE(peer->readAll().toStdString(), bytes);
+        peer->write(bytes.data(), 4);
+        waitFor("arrived ");
+        QCOMPARE(socket.readAll() + socket.readAll(), bytes);
+        if (peerCloses)
+            peer->disconnectFromHost();
+        else
+            socket.close();
+        waitFor(peerCloses ? "lost " : "");
+        place.pump.runFor(0.05, never);
+        QCOMPARE(told, std::string()); // lost once, and not when it was closed
+        QCOMPARE(static_cast<int>(socket.state()), 0);
+        QCOMPARE(socket.failureReason(),
+                 std::string(peerCloses ? "The remote host closed the connection"
+                                        : "the connection is closed"));
+        QCOMPARE(failureOf<LinkError>([&] { socket.send("x"); }),
+                 "Sending to  127.0.0.001 port " + std::to_string(server.serverPort()) +
+                     " failed: " + socket.failureReason() + ".");
+    }
 }
 
 void PlatformTest::connectsFail() {
     Place place;
     QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    const int port = server.serverPort();
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const int closedPort = server.serverPort();
     server.close();
+    QtTcpSocket socket;
+    bool told = false;
+    socket.lost = socket.connectComplete = [&] { told = true; };
+    const std::string noAddress = "not an IP address";
     for (const auto &[host, state, reason] :
-         {std::tuple(Loopback, SocketState::Closed, "Connection refused"),
-          {"unit.example", SocketState::Failed, "not an IP address"},
-          {"192.168.1.256", SocketState::Failed, "not an IP address"}}) {
-        place.connect(host, port, state, reason);
-        QCOMPARE(place.socket.state(), state);
-        QCOMPARE(place.failureOfSend(), std::string("Sending to ") + host + " port " +
-                                            std::to_string(port) + " failed: " + reason + ".");
+         {std::tuple(Loopback, 0, std::string("Connection refused")),
+          {"unit.example", 9, noAddress},
+          {"192.168.1.256", 9, noAddress},
+          {"1.2.3", 9, noAddress},
+          {"1.2.3.4.5", 9, noAddress},
+          {"1.2..4", 9, noAddress},
+          {"1.2.-3.4", 9, noAddress},
+          {"255.255.255.255", 9, std::string()}}) {
+        socket.connectTo(host, closedPort);
+        place.pump.runFor(Long, [&] { return socket.state() != SocketState::Connecting; });
+        QCOMPARE(static_cast<int>(socket.state()), state);
+        if (!reason.empty())
+            QCOMPARE(socket.failureReason(), reason);
+        QVERIFY(!told);
     }
-    // A failure is forgotten with the next connect.
-    RunningSimulator simulator("--tcp 0 --fault close");
-    place.connect(Loopback, simulator.tcpPort(), SocketState::Connected);
-    QCOMPARE(place.failureOfSend(), std::string());
-    QVERIFY(place.state.IPConnectedFlag);
-    place.pump.runFor(5.0, [&] { return !place.state.IPConnectedFlag; });
-    QCOMPARE(place.told, std::vector<std::string>({"Not Connected"}));
-    QCOMPARE(place.exchange.NetworkRawReply, std::string("\r\nKVN-16x"));
-    QVERIFY(place.failureOfSend().ends_with("The remote host closed the connection."));
+    socket.close(); // a failure is forgotten
+    QCOMPARE(static_cast<int>(socket.state()), 0);
+}
+
+void PlatformTest::talksToTheSimulator() {
+    Place place;
+    fs::remove(place.com7);
+    RunningSimulator simulator("--tcp 0 --split 5 --serial " +
+                               QByteArray::fromStdString(place.com7));
+    QtTcpSocket socket;
+    QVERIFY(!simulator.waitFor("(com7)").isEmpty());
+    place.port.open(place.port.device(7), "38400,N,8,1");
+    socket.connectTo(Loopback, simulator.tcpPort());
+    place.pump.runFor(Long, [&] { return socket.state() == SocketState::Connected; });
+    const std::string reply = "\r\nKVN-16x16-RGBA\r\n";
+    place.port.write("CFG ?\r\n");
+    QCOMPARE(place.arrived(place.port, reply.size()), reply);
+    socket.send("CFG ?\r\n");
+    QCOMPARE(place.arrived(socket, reply.size()), reply);
 }

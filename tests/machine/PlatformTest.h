@@ -7,14 +7,14 @@ class PlatformTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void waitsEndInTime_data();
-    void waitsEndInTime();
-    void waitsEndEarly();
-    void serialExchanges_data();
-    void serialExchanges();
+    void waits();
+    void waitsEndWithTheProgram();
+    void showsBeforeEventsRun();
+    void setsUpTheSerialPort();
     void serialPortsThatDoNotOpen();
-    void serialPortHeals();
+    void tellsThatTheDeviceIsGone();
     void namesDevices();
-    void networkExchange();
+    void talksToASocket();
     void connectsFail();
+    void talksToTheSimulator();
 };
