@@ -330,45 +330,39 @@ void PanelWindowTest::choosesAVolumeByMovementOnly() {
         QCOMPARE(chosen([&, x = step] { moveTo(box, rest + QPointF(x, 0)); }), std::string(result));
 }
 
+// clang-format off
+const std::vector<std::array<std::string, 2>> HelpWindows{
+    {"ConnectionHelp dlgInputConnect", "How to Connect|How to Connect Inputs to Outputs|To Connect inputs to Outputs:|"
+     "You can connect inputs to outputs by clicking the input's Vid/Aud, Vid, or Aud button. Then click the same button "
+     "on the output to be connected to, multiple outputs may be connected. Then click the TAKE button.|"
+     "The Escape button clears all selections."},
+    {"disconnectHelp dlgDisconnect", "How to Disconnect|Disconnecting Outputs|To Disconnect Outputs:|"
+     "Disconnecting outputs are a simple as selecting the output using the Aud, Vid or Vid/Aud button for the output to "
+     "disconnect, then click the Take button.|The Escape button clears all selections."},
+    {"AdjustingVolumes VolumeHelpDialog", "Adjusting Volumes (if applicable)|Adjusting Volumes|To Adjust Ouput Volumes:|"
+     "You can adjust the volume of an output by clicking on the VOL XX area of the output status. The volume up and "
+     "volume down buttons will appear at the bottom of the screen.|"
+     "The Escape button clears all selections from the screen."}};
+// clang-format on
+
 void PanelWindowTest::opensHelp() {
-    const std::string escape = "|The Escape button clears all selections";
-    checkRows(
-        {{"ConnectionHelp dlgInputConnect",
-          "How to Connect|How to Connect Inputs to Outputs|To Connect inputs to Outputs:|You can "
-          "connect inputs to outputs by clicking the input's Vid/Aud, Vid, or Aud button. Then "
-          "click the same button on the output to be connected to, multiple outputs may be "
-          "connected. Then click the TAKE button." +
-              escape + "."},
-         {"disconnectHelp dlgDisconnect",
-          "How to Disconnect|Disconnecting Outputs|To Disconnect Outputs:|Disconnecting outputs "
-          "are a simple as selecting the output using the Aud, Vid or Vid/Aud button for the "
-          "output to disconnect, then click the Take button." +
-              escape + "."},
-         {"AdjustingVolumes VolumeHelpDialog",
-          "Adjusting Volumes (if applicable)|Adjusting Volumes|To Adjust Ouput Volumes:|You can "
-          "adjust the volume of an output by clicking on the VOL XX area of the output status. The "
-          "volume up and volume down buttons will appear at the bottom of the screen." +
-              escape + " from the screen."}},
-        [this](const std::string &names) {
-            auto *item = on<QAction>(names.substr(0, names.find(' ')));
-            const std::string name = names.substr(names.find(' ') + 1);
-            std::string texts;
-            for (const char *const way : {"OK", "Escape", "frame"}) {
-                item->trigger();
-                auto *help = kvn.window(name);
-                texts = (item->text() + QLatin1Char('|') + help->windowTitle()).toStdString();
-                for (const QLabel *label : help->findChildren<QLabel *>())
-                    texts += "|" + label->text().toStdString();
-                texts += help->isVisible() && !help->isModal() ? "" : " not shown";
-                QCoreApplication::processEvents(); // it becomes the active one
-                if (*way == 'O')
-                    QTest::keyClick(help, Qt::Key_Return);
-                else if (*way == 'E')
-                    QTest::keyClick(help, Qt::Key_Escape);
-                else
-                    help->close();
-                texts += help->isVisible() ? std::string(" stays after ") + way : "";
-            }
-            return texts;
-        });
+    checkRows(HelpWindows, [this](const std::string &names) {
+        auto *item = on<QAction>(names.substr(0, names.find(' ')));
+        std::string texts;
+        for (const char *const way : {"OK", "Escape", "frame"}) {
+            item->trigger();
+            auto *help = kvn.window(names.substr(names.find(' ') + 1));
+            texts = (item->text() + QLatin1Char('|') + help->windowTitle()).toStdString();
+            for (const QLabel *label : help->findChildren<QLabel *>())
+                texts += "|" + label->text().toStdString();
+            texts += help->isVisible() && !help->isModal() ? "" : " not shown";
+            QCoreApplication::processEvents(); // it becomes the active one
+            if (*way == 'f')
+                help->close();
+            else
+                QTest::keyClick(help, *way == 'O' ? Qt::Key_Return : Qt::Key_Escape);
+            texts += help->isVisible() ? std::string(" stays after ") + way : "";
+        }
+        return texts;
+    });
 }
