@@ -285,35 +285,27 @@ void DialogsTest::connectOverSerial() {
 void DialogsTest::startWindowReports() {
     auto *label = kvn.part("frmMain", "ZarnConnectedLabel");
     QCOMPARE(kvn.window("frmMain")->windowTitle(), QStringLiteral("Corvane Controller 1.14"));
-    checkRows({{"left", "closed"},
-               {"right", ""},
-               {"beside", ""},
-               {"Space", "closed"},
-               {"Enter", "closed"},
-               {"Return", "closed"},
-               {"A", ""},
-               {"repeated", ""},
-               {"lost", "closed"}},
-              [&](const std::string &way) {
-                  connectOverSerial();
-                  kvn.windows.refresh();
-                  label->setFocus();
-                  if (way == "left" || way == "right")
-                      clickOnScreen(label, way == "left" ? Qt::LeftButton : Qt::RightButton);
-                  else if (way == "beside")
-                      QTest::mouseRelease(label, Qt::LeftButton, {}, QPoint(-5, 5));
-                  else if (way == "repeated")
-                      QTest::simulateEvent(label, true, Qt::Key_Space, {}, QString(), true);
-                  else if (way == "lost")
-                      kvn.serialPort.vanish(); // with nothing clicked
-                  else
-                      QTest::keyClick(label, way == "Space"    ? Qt::Key_Space
-                                             : way == "Enter"  ? Qt::Key_Enter
-                                             : way == "Return" ? Qt::Key_Return
-                                                               : Qt::Key_A);
-                  const bool down = kvn.text("frmMain", "ZarnConnectedLabel") == "Not Connected";
-                  return std::string(down != kvn.serialPort.isOpen() ? down ? "closed" : "" : "?");
-              });
+    const auto key = [=](Qt::Key pressed) { QTest::keyClick(label, pressed); };
+    // clang-format off
+    const std::vector<std::tuple<const char *, bool, std::function<void()>>> ways{
+        {"left", true, [&] { clickOnScreen(label); }},
+        {"right", false, [&] { clickOnScreen(label, Qt::RightButton); }},
+        {"beside", false, [&] { QTest::mouseRelease(label, Qt::LeftButton, {}, QPoint(-5, 5)); }},
+        {"Space", true, [&] { key(Qt::Key_Space); }},
+        {"Enter", true, [&] { key(Qt::Key_Enter); }},
+        {"Return", true, [&] { key(Qt::Key_Return); }},
+        {"A", false, [&] { key(Qt::Key_A); }},
+        {"held down", false, [&] { QTest::simulateEvent(label, true, Qt::Key_Space, {}, QString(), true); }},
+        {"lost, with nothing clicked", true, [&] { kvn.serialPort.vanish(); }}};
+    // clang-format on
+    for (const auto &[way, closes, action] : ways) {
+        connectOverSerial();
+        kvn.windows.refresh();
+        label->setFocus();
+        action();
+        QVERIFY2(kvn.serialPort.isOpen() != closes, way);
+        QCOMPARE(kvn.text("frmMain", "ZarnConnectedLabel") == "Not Connected", closes);
+    }
     kvn.serialPort.close();
     kvn.program.link = {};
     checkRows({{"MainControlButton_0", "dlgConnect frmMain"},
@@ -395,25 +387,21 @@ void DialogsTest::connectDialogReports() {
     QCOMPARE(kvn.socket.log.back(), std::string("connect 10.200.30.4:23"));
     QVERIFY(!kvn.isShown("dlgConnect"));
 
-    for (const bool networkButton : {true, false}) {
-        kvn.program.link.IPConnectedFlag = false;
-        kvn.socket.log.clear();
-        kvn.program.connectForm.LoadForm();
-        kvn.windows.refresh();
-        QVERIFY(kvn.window("dlgConnect")->isModal());
-        if (networkButton) {
-            kvn.click("dlgConnect", "Connect2IPButton");
-            QCOMPARE(kvn.socket.log.back(), std::string("connect 10.200.30.4:23"));
-            continue;
-        }
-        kvn.serialPort.present = {3, 7};
-        kvn.answerMessages();
-        kvn.click("dlgConnect", "ConnectSerialOption");
-        QTest::keyClick(kvn.part("dlgConnect", "SerialPortsCombo"), Qt::Key_End);
-        kvn.pump.runFor(0.1, [] { return false; });
-        QCOMPARE(kvn.serialPort.log.back(), std::string("open 7 38400,N,8,1"));
-        kvn.click("dlgConnect", "Connect2SerialButton");
-    }
+    kvn.program.link.IPConnectedFlag = false;
+    kvn.program.connectForm.LoadForm();
+    kvn.windows.refresh();
+    QVERIFY(kvn.window("dlgConnect")->isModal());
+    kvn.click("dlgConnect", "Connect2IPButton");
+    QCOMPARE(std::count(kvn.socket.log.begin(), kvn.socket.log.end(), kvn.socket.log.back()), 2);
+    kvn.serialPort.present = {3, 7};
+    kvn.answerMessages();
+    kvn.program.connectForm.LoadForm();
+    kvn.windows.refresh();
+    kvn.click("dlgConnect", "ConnectSerialOption");
+    QTest::keyClick(kvn.part("dlgConnect", "SerialPortsCombo"), Qt::Key_End);
+    kvn.pump.runFor(0.1, [] { return false; });
+    QCOMPARE(kvn.serialPort.log.back(), std::string("open 7 38400,N,8,1"));
+    kvn.click("dlgConnect", "Connect2SerialButton");
     QVERIFY(!kvn.isShown("dlgConnect"));
 }
 
