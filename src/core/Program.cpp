@@ -39,7 +39,8 @@ Program::Program(const Machine &machine)
                  .newSavedUnit =
                      [this] {
                          unitsForm.LoadForm();
-                         unitsForm.OptionsCommand_Click(Operation::Add);
+                         if (unitsForm.isLoaded())
+                             unitsForm.OptionsCommand_Click(Operation::Add);
                      },
                  .endProgram = [this] { endProgram(); }}),
       connectForm(views.connect, link, serial, network, display, guard, messages, pump),

@@ -30,7 +30,6 @@ AddressBoxes::AddressBoxes(const char *boxName, const char *dotName, const Addre
                 changed(selection.box == number ? selection : AddressPlace{number, 0, 0},
                         typed(text));
         });
-        connect(edit, &QLineEdit::returnPressed, this, [this, number] { entered(number); });
         boxes.at(static_cast<std::size_t>(number)) = edit;
         if (number > 0) {
             auto *dot = new QLabel(QStringLiteral("."), this);
@@ -69,6 +68,14 @@ bool AddressBoxes::eventFilter(QObject *watched, QEvent *event) {
         static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backspace && (*found)->text().isEmpty()) {
         backspaceInEmpty(number);
         return true;
+    }
+    if (event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (entered && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
+            if (!key->isAutoRepeat())
+                entered(number);
+            return true;
+        }
     }
     if (event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();

@@ -22,7 +22,7 @@ public:
 
     std::function<void(const AddressPlace &before, const std::string &now)> changed;
     std::function<void(int box)> backspaceInEmpty;
-    std::function<void(int box)> entered = [](int) {};
+    std::function<void(int box)> entered; ///< Enter, unless it is the window's own business
     std::function<void(int box)> left = [](int) {};
 
 protected:

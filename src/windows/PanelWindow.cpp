@@ -8,6 +8,7 @@
 #include "start/HelpTexts.h"
 
 #include <QMenuBar>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -168,10 +169,11 @@ void PanelWindow::nameSlots(Side side, const Table<int, 32> &shownNumbers,
             const SlotArray &row = SlotArrays.at(array);
             if (row.side == side && *row.spoken)
                 slotWidgets.at(array).at(slot)->setAccessibleName(
-                    QStringLiteral("%1 %2 %3")
-                        .arg(QLatin1String(side == Side::Input ? "Input" : "Output"))
-                        .arg(number)
-                        .arg(QLatin1String(row.spoken)));
+                    number == 0 ? QString()
+                                : QStringLiteral("%1 %2 %3")
+                                      .arg(QLatin1String(side == Side::Input ? "Input" : "Output"))
+                                      .arg(number)
+                                      .arg(QLatin1String(row.spoken)));
         }
     }
 }
@@ -191,7 +193,7 @@ void PanelWindow::showName() {
     auto *label = findChild<QLabel *>(QStringLiteral("KVNNameLabel"));
     const QString name = shown(view.KVNNameLabel.text);
     label->setText(label->fontMetrics().elidedText(name, Qt::ElideRight, label->width()));
-    label->setToolTip(name.toHtmlEscaped());
+    label->setToolTip(name.isEmpty() ? name : Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal));
 }
 
 QFont PanelWindow::fittingFont() const {

@@ -118,9 +118,14 @@ QGroupBox *UnitsWindow::buildWorkArea() {
     AvailCorvanesList =
         buildList("AvailCorvanesList", QStringLiteral("Saved units"), view.AvailCorvanesList,
                   &dlgControlExisting::AvailCorvanesList_Click, frame);
-    connect(AvailCorvanesList, &QListWidget::itemDoubleClicked, this, [this] {
-        report([this] { dialog.AvailCorvanesList_DoubleClick(chosenRow(*AvailCorvanesList)); });
-    });
+    // The handler waits, so it must not run inside the list's own handling of the click.
+    connect(
+        AvailCorvanesList, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem *item) {
+            const int row = AvailCorvanesList->row(item);
+            QMetaObject::invokeMethod(
+                this, [this, row] { report([&] { dialog.AvailCorvanesList_DoubleClick(row); }); },
+                Qt::QueuedConnection);
+        });
     ConnectChoiceList =
         buildList("ConnectChoiceList", QStringLiteral("Connection kind"), view.ConnectChoiceList,
                   &dlgControlExisting::ConnectChoiceList_Click, frame);
@@ -186,7 +191,7 @@ QListWidget *UnitsWindow::buildList(const char *name, const QString &spoken,
 
 bool UnitsWindow::eventFilter(QObject *watched, QEvent *event) {
     for (QListWidget *list : {AvailCorvanesList, ConnectChoiceList}) {
-        if (!list)
+        if (!list || !list->isEnabled())
             continue;
         // Where nothing is picked the first key picks what is current and does not pass it over.
         if (watched == list && event->type() == QEvent::KeyPress && chosenRow(*list) < 0) {

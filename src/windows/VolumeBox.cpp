@@ -12,6 +12,11 @@ void VolumeBox::showEvent(QShowEvent *event) {
     restsAt = QCursor::pos();
 }
 
+void VolumeBox::leaveEvent(QEvent *event) {
+    QLineEdit::leaveEvent(event);
+    restsAt.reset();
+}
+
 void VolumeBox::mouseMoveEvent(QMouseEvent *event) {
     QLineEdit::mouseMoveEvent(event);
     // Windows that open and close make moves up for what is under the pointer then.

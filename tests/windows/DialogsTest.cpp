@@ -307,7 +307,7 @@ void DialogsTest::startWindowReports() {
         QCOMPARE(kvn.text("frmMain", "ZarnConnectedLabel") == "Not Connected", closes);
     }
     kvn.serialPort.close();
-    kvn.program.link = {};
+    kvn.program.link = LinkState();
     checkRows({{"MainControlButton_0", "dlgConnect frmMain"},
                {"Connect2Corvane", "dlgConnect frmMain A"},
                {"MainControlButton_2", "dlgControlExisting frmMain A"},
@@ -360,7 +360,7 @@ void DialogsTest::connectDialogReports() {
             all += kvn.program.link.IPAddressQuads.at(quad) + ".";
         return all;
     };
-    kvn.program.link = {};
+    kvn.program.link = LinkState();
     kvn.program.connectForm.LoadForm();
     kvn.windows.refresh();
     QCoreApplication::processEvents(); // it becomes the active one
@@ -462,7 +462,7 @@ void DialogsTest::unitsReport() {
 
     openUnits(Operation::Control);
     std::string seen;
-    kvn.program.link = {};
+    kvn.program.link = LinkState();
     kvn.pump.in(5.0, [&] {
         seen = kvn.program.unit.SelectedUnitName;
         kvn.window("KVN32x32Audio")->close();
@@ -471,6 +471,7 @@ void DialogsTest::unitsReport() {
     pick("AvailCorvanesList", 1);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
                        list->visualItemRect(list->item(1)).center());
+    QCoreApplication::processEvents(); // the list is through with the click
     QCOMPARE(seen, std::string("B"));
 }
 

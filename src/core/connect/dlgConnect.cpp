@@ -57,7 +57,6 @@ void dlgConnect::Form_Load() {
         // The address entered last is offered again, ready to connect.
         address.fill(link.IPAddressQuads);
         choose(true, false);
-        link.LinkKind = NetworkLinkKind;
         makeIPAddressVisible();
     }
 }
@@ -115,7 +114,7 @@ void dlgConnect::Connect2SerialButton_Click() {
 
 void dlgConnect::SerialPortsCombo_Click(int item) {
     const auto &entries = view.SerialPortsCombo.entries;
-    if (item < 0 || item >= static_cast<int>(entries.size()))
+    if (!isLoaded() || item < 0 || item >= static_cast<int>(entries.size()))
         return;
     view.SerialPortsCombo.chosen = item;
     const std::string_view name = entries.at(static_cast<std::size_t>(item));
@@ -221,8 +220,11 @@ void dlgConnect::FindCommPorts(int mine) {
     link.PortsFoundCount = 0;
     for (int port = 1; port <= LastCommPort; ++port) {
         serial.TestCommPort(port);
-        if (!isShowing(mine))
+        if (!isShowing(mine)) {
+            // The flag may still be the answer of the test.
+            serial.markFailed();
             return;
+        }
         // The flag is the answer; the port itself is closed again.
         const bool found = std::exchange(link.SerialPortOpen, false);
         link.PortAvailable[port] = found ? 1 : 0;
@@ -274,6 +276,7 @@ void dlgConnect::openPort(int port, int mine) {
         link.SerialSelectedFlag = true;
         return;
     }
+    display.refreshAll();
     view.status = {.caption = "Not Connected", .colour = LinkColour::SerialDown};
     display.handleZarnConnectedFlag();
 }

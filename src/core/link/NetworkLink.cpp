@@ -31,7 +31,7 @@ NetworkLink::NetworkLink(LinkState &linkState, ExchangeState &exchangeState, Tcp
     };
     socket.sendComplete = [this] { link.SendCompleteFlag = true; };
     socket.lost = [this] {
-        markFailed();
+        markDown();
         display.refreshAll();
         pump.show();
     };
@@ -42,6 +42,11 @@ NetworkLink::~NetworkLink() {
 }
 
 void NetworkLink::markFailed() {
+    if (socket.state() != SocketState::Connected)
+        markDown();
+}
+
+void NetworkLink::markDown() {
     link.IPLinkOpenFlag = false;
     link.IPConnectedFlag = false;
 }

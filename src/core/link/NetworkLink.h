@@ -37,6 +37,7 @@ public:
     [[nodiscard]] bool isUp() const override { return link.IPLinkOpenFlag; }
 
 private:
+    void markDown();
     void GetZarnIPResponse();
     [[nodiscard]] bool attemptsContinue();
 

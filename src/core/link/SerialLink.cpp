@@ -59,7 +59,12 @@ void SerialLink::ReopenSerialPort() {
         return;
     }
     display.refreshAll();
+    const int mine = opening;
     pump.runQueued();
+    // What is open by now may lead to another unit.
+    if (mine != opening)
+        throw LinkError("Writing to", "COM" + std::to_string(link.SelectedCommPort),
+                        "the port was opened or closed meanwhile");
 }
 
 void SerialLink::openForUse(const SerialDevice &device) {
@@ -67,12 +72,14 @@ void SerialLink::openForUse(const SerialDevice &device) {
     link.SerialPortOpen = false;
     port.open(device, SettingsForUse);
     port.discardBuffers();
+    ++opening;
     link.SerialPortOpen = true;
     link.SelectedCommPort = device.number;
     link.DeviceInUse = device;
 }
 
 void SerialLink::closePort() {
+    ++opening;
     if (port.isOpen())
         port.close();
 }
@@ -80,7 +87,7 @@ void SerialLink::closePort() {
 void SerialLink::close() {
     if (!port.isOpen())
         return;
-    port.close();
+    closePort();
     link.LinkKind = NoLinkKind;
     link.SerialPortOpen = false;
     display.ConnecthandleConnectionStatus();

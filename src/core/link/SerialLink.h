@@ -42,6 +42,8 @@ private:
     void ReadSerialResponse();
     void AppendSerialInput();
 
+    int opening = 0; ///< counts the opens for use and the closes
+
     LinkState &link;
     ExchangeState &exchange;
     SerialPort &port;

@@ -99,7 +99,7 @@ void UnitTalk::SetInputsOutputs() {
     try {
         SelectModelSetup(unit.model, reply, position);
     } catch (const RangeError &error) {
-        throw RangeError("The buttons of " + modelName(reply, position) +
+        throw RangeError("The buttons of " + latin1ToUtf8(modelName(reply, position)) +
                          " do not fit the panel: " + error.what() + ".");
     }
 }

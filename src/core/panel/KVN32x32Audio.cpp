@@ -108,7 +108,9 @@ void KVN32x32Audio::LoadForm() {
     {
         around.showSetup();
         const AtExit hideSetup([this] { around.hideSetup(); });
-        openSequence(mine);
+        // Showing the splash runs events; a load among them has taken over.
+        if (isShowing(mine))
+            openSequence(mine);
     }
     // An open panel that was loaded again can be closed while it loads.
     if (isShowing(mine))
@@ -128,6 +130,8 @@ void KVN32x32Audio::openSequence(int mine) {
     status.HandleConnectionsStatus();
     if (!view.status.linkUp)
         openLinkIfDown();
+    if (!isShowing(mine))
+        return;
     status.ConnecthandleConnectionStatus();
     // Closed while the link was opened: there is nothing to ask and nobody to tell.
     if (!isShowing(mine))

@@ -87,20 +87,22 @@ void VolumeControl::step(const std::string &newLevel) {
 }
 
 void VolumeControl::sendVolumeValue(int output, int showing) {
-    OutputStatusRecord &record = unit.routing.Outputs[output];
+    const std::string number = unit.routing.Outputs[output].OutputNumberText;
     link.SendCompleteFlag = false;
-    talk.SendCommandGetResponse(command::setVolume(record.OutputNumberText, record.VolumeText));
+    talk.SendCommandGetResponse(
+        command::setVolume(number, unit.routing.Outputs[output].VolumeText));
     if (!form.isShowing(showing))
         return;
     link.SendCompleteFlag = false;
-    const std::string query = command::queryVolume(record.OutputNumberText);
+    const std::string query = command::queryVolume(number);
     talk.SendCommandGetResponse(query);
     if (!form.isShowing(showing))
         return;
     // The reply to an exchange that started inside this one tells no level.
+    std::string &level = unit.routing.Outputs[output].VolumeText;
     if (unit.exchange.CommandText == query)
-        record.VolumeText = volumeFromReply(unit.exchange.ResponseText, query);
-    view.OutputVolumeValue[unit.model.OutputButtonIndex[output]].text = "Vol " + record.VolumeText;
+        level = volumeFromReply(unit.exchange.ResponseText, query);
+    view.OutputVolumeValue[unit.model.OutputButtonIndex[output]].text = "Vol " + level;
 }
 
 void VolumeControl::showCaption(const std::string &output) {

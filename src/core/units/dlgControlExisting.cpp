@@ -53,6 +53,8 @@ void dlgControlExisting::unload() {
     // A question that is open belongs to an operation of this dialog.
     if (busy)
         user.dlgYesNo().unload();
+    // What is under way goes on without the dialog, which is ready when it opens again.
+    setBusy(false);
     Form::unload();
 }
 
@@ -93,10 +95,14 @@ void dlgControlExisting::OKButton_Click() {
 void dlgControlExisting::Text3_Change(const std::string &text) { view.Text3.text = text; }
 
 void dlgControlExisting::AvailCorvanesList_Click(int row) {
+    if (busy)
+        return;
     guard.run(*this, [this, row] { pickUnit(row); });
 }
 
 void dlgControlExisting::AvailCorvanesList_DoubleClick(int row) {
+    if (busy)
+        return;
     guard.run(*this, [this, row] {
         pickUnit(row);
         if (units.SelectedBlockIndex != 0)
@@ -106,7 +112,7 @@ void dlgControlExisting::AvailCorvanesList_DoubleClick(int row) {
 
 void dlgControlExisting::ConnectChoiceList_Click(int row) {
     const auto &kinds = view.ConnectChoiceList.entries;
-    if (row < 0 || row >= static_cast<int>(kinds.size()))
+    if (busy || row < 0 || row >= static_cast<int>(kinds.size()))
         return;
     view.ConnectChoiceList.chosen = row;
     kind = kinds.at(static_cast<std::size_t>(row));
@@ -128,6 +134,8 @@ void dlgControlExisting::AddCorvaneCommand_Click() {
 }
 
 void dlgControlExisting::CancelCommand_Click() {
+    if (busy)
+        return;
     guard.run(*this, [this] { showOptions(); });
 }
 
@@ -145,7 +153,11 @@ void dlgControlExisting::chooseOperation(Operation chosen) {
     view.StatusLabel.visible = false;
     view.IPAddressFrame.visible = false;
     initialzeControlLists();
+    const int mine = beginShowing();
     InitializeKVNControlBlocks();
+    // A message may have held this; another choice has taken over, or the dialog is gone.
+    if (!isShowing(mine))
+        return;
     operation = chosen;
     view.OptionsFrame.visible = false;
     view.AddCorvaneFrame.text = OperationCaptions.at(static_cast<std::size_t>(chosen));
@@ -201,6 +213,7 @@ void dlgControlExisting::pickUnit(int row) {
 }
 
 void dlgControlExisting::showStatus(const char *text) {
+    ++statusCount;
     view.StatusLabel.text = text;
     view.StatusLabel.visible = true;
 }
@@ -217,16 +230,21 @@ bool dlgControlExisting::save() {
 void dlgControlExisting::busyWhile(const std::function<void()> &work) {
     if (busy)
         return;
-    busy = true;
-    view.AddCorvaneFrame.enabled = false;
-    const AtExit ready([this] {
-        busy = false;
-        view.AddCorvaneFrame.enabled = true;
+    setBusy(true);
+    const AtExit ready([this, mine = showing()] {
+        if (isShowing(mine))
+            setBusy(false);
     });
     work();
 }
 
+void dlgControlExisting::setBusy(bool underWay) {
+    busy = underWay;
+    view.AddCorvaneFrame.enabled = !underWay;
+}
+
 void dlgControlExisting::runOperation() {
+    const int mine = showing();
     switch (*operation) {
     case Operation::Add:
         busyWhile([this] { AddCorvaneButton(); });
@@ -240,7 +258,8 @@ void dlgControlExisting::runOperation() {
         break;
     case Operation::Delete:
         busyWhile([this] { DeleteCorvane(); });
-        InitializeKVNControlBlocks();
+        if (isShowing(mine))
+            InitializeKVNControlBlocks();
         break;
     }
 }
@@ -265,18 +284,22 @@ void dlgControlExisting::AddCorvaneButton() {
         }
         block.IPAddress = joinAddress(numbers);
     }
+    const int mine = showing();
     if (save())
         showStatus("Added Corvane to Disk");
-    showOptions();
+    if (isShowing(mine))
+        showOptions();
 }
 
 void dlgControlExisting::SaveCorvaneChanges() {
     KVNControlBlock &block = units.KVNControlBlocks[units.SelectedBlockIndex];
     block.ConnectType = kindToSave();
     block.IPAddress = joinAddress(address.numbers());
+    const int mine = showing();
     if (save())
         user.ShowMessage("Saved Changes to Disk");
-    showOptions();
+    if (isShowing(mine))
+        showOptions();
 }
 
 void dlgControlExisting::DeleteCorvane() {
@@ -298,13 +321,16 @@ void dlgControlExisting::DeleteCorvane() {
             units.UnsavedChanges = unsavedBefore;
         }
     }
-    showOptions();
+    if (isShowing(mine))
+        showOptions();
 }
 
 void dlgControlExisting::Wait3Seconds() {
     link.WaitSeconds = LingerSeconds;
+    const int mine = statusCount;
     pump.runFor(link.WaitSeconds, [] { return false; });
-    view.StatusLabel.visible = false;
+    if (mine == statusCount)
+        view.StatusLabel.visible = false;
 }
 
 void dlgControlExisting::ConnectControlButton() {
@@ -317,7 +343,8 @@ void dlgControlExisting::ConnectControlButton() {
     });
     connectUnit();
     openUnit(mine);
-    unload();
+    if (isShowing(mine))
+        unload();
 }
 
 void dlgControlExisting::connectUnit() {
@@ -348,7 +375,7 @@ void dlgControlExisting::openUnit(int mine) {
     if (unit.exchange.ReplyStatus == RecognisedReply) {
         showStatus("Loading Controls.");
         around.controlUnit(name);
-    } else {
+    } else if (unit.exchange.ReplyStatus == NothingReceived) {
         user.ShowMessage("Unable to get Corvane Configuration");
     }
 }

@@ -90,6 +90,7 @@ private:
     void Wait3Seconds();
     void showStatus(const char *text);
     bool save();
+    void setBusy(bool underWay);
     void busyWhile(const std::function<void()> &work);
     void updateCommand();
     [[nodiscard]] bool isEther() const { return kind == EtherType; }
@@ -109,4 +110,5 @@ private:
     std::optional<Operation> operation; ///< none: the options are shown
     std::string kind;                   ///< of the unit that is added or picked; empty: not chosen
     bool busy = false;                  ///< an operation is under way
+    int statusCount = 0;                ///< counts the status texts, so that each hides only itself
 };

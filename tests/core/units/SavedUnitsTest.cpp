@@ -269,9 +269,9 @@ private Q_SLOTS:
              {"delete unit:1 go answer:ignore delete unit:0 go",
               Serial + sureB + done + sureA + " A"},
              {"delete unit:0 answer: @1:esc @2:open @3:say:yes go forms",
-              both + "(+-------+ ) A B"},
+              both + "(+-------- ) A B"},
              {"delete unit:0 @1:edit @1:double:0 @2:esc @2.5:open @2.6:forms go",
-              Network + sureA + done + "(++------- ) B"},
+              Network + sureA + done + "Deleted Corvane from Disk(++------+ ) B"},
              {"save:Full. delete unit:0 go save: add name:N go", both + n + sureA + "{Full.} A B"},
              {"save:Full. add name:N go delete unit:0 go edit",
               both + "{Full.}" + sureA + "{Full.} A B N"},
@@ -293,30 +293,30 @@ private Q_SLOTS:
         const std::string up = "(+---+---- connect 192.168.1.20:23 )CFG ?\r\n";
         const std::string refused = "{Unable to connect using that IP address,}";
         const std::string dialog = connect + "(+++--++-- )(+-------- )";
-        checkRows(
-            {{"control unit:1 go", b},
-             {"edit unit:0 double:1", b},
-             {"control double:2", "(++------- )"},
-             {"control unit:1 @0:go @0:double:1 @0:add @0:open go", b},
-             {"control unit:1 type:0=010 go",
-              connect + panel + "connect 10.168.1.20:23 B)(+-------- B)" + open},
-             {"control unit:0 @1:port @2:leave go",
-              connect + port + panel + "COM7 A)(+-------- A)" + open},
-             {"control unit:1 kind:0 @1:forms @1:leave go", dialog},
-             {"choose:network find control unit:1 go", b + open},
-             {"choose:serial find hang control unit:1 @0:forms @1:leave go",
-              port + connect + "(++++-++-- )(+--+----- )" + open},
-             {"hang control unit:1 @5:esc @6:open @7:forms @7.5:leave go", dialog},
-             {"hang control unit:1 @5:end go", connect + "(-----+--- )"},
-             {"refuse control unit:1 @5:leave go", connect + refused + "(+-------- )"},
-             {"reply: control unit:1 go", ask + "{Unable to get Corvane Configuration}" + up},
-             {"reply:????? control unit:1 go", ask + "{Unable to get Corvane Configuration}" + up},
-             {"control unit:1 @0.2:close go", ask + up}},
-            [](const std::string &script) {
-                User user;
-                user.play("open @8:forms @9:exit " + script + " forms");
-                return user.log + user.takeWritten();
-            });
+        checkRows({{"control unit:1 go", b},
+                   {"edit unit:0 double:1", b},
+                   {"control double:2", "(++------- )"},
+                   {"control unit:1 @0:go @0:double:1 @0:add @0:open go", b},
+                   {"control unit:1 type:0=010 go",
+                    connect + panel + "connect 10.168.1.20:23 B)(+-------- B)" + open},
+                   {"control unit:0 @1:port @2:leave go",
+                    connect + port + panel + "COM7 A)(+-------- A)" + open},
+                   {"control unit:1 kind:0 @1:forms @1:leave go", dialog},
+                   {"choose:network find control unit:1 go", b + open},
+                   {"choose:serial find hang control unit:1 @0:forms @1:leave go",
+                    port + connect + "(++++-++-- )(+--+----- )" + open},
+                   {"hang control unit:1 @5:esc @6:open @7:forms @7.5:leave go",
+                    connect + "Waiting for Connection.(+++--++-+ )(++------+ )"},
+                   {"hang control unit:1 @5:end go", connect + "(-----+--- )"},
+                   {"refuse control unit:1 @5:leave go", connect + refused + "(+-------- )"},
+                   {"reply: control unit:1 go", ask + "{Unable to get Corvane Configuration}" + up},
+                   {"reply:????? control unit:1 go", ask + up},
+                   {"control unit:1 @0.2:close go", ask + "Waiting for Configuration." + up}},
+                  [](const std::string &script) {
+                      User user;
+                      user.play("open @8:forms @9:exit " + script + " forms");
+                      return user.log + user.takeWritten();
+                  });
     }
 };
 
