@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Starts a simulated unit and the controller, in a folder of their own that is removed in the end.
-# Without a display it plays a session against the unit instead and leaves pictures of the windows in
-# out/.
+# Without a display it plays a session against such a unit instead, checks it and leaves pictures of
+# the windows in out/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install.sh run
@@ -22,6 +22,11 @@ finish() {
 trap finish EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
+
+if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    TMPDIR=$PWD/$own QT_QPA_PLATFORM=offscreen "$bin/KVNSession" out
+    exit
+fi
 
 # The device that a COM number stands for where there is no link.
 device_of() {
@@ -62,16 +67,6 @@ if ! start_simulator "${tcp[@]}"; then
     start_simulator
 fi
 
-# Each program keeps its files, and looks for ports, where it lies.
-if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-    mkdir -p out
-    cp "$bin/KVNSession" "$own"
-    # The offscreen platform warns about every window that it cannot raise.
-    QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES='default.warning=false' "$own/KVNSession" out \
-        "$com" ${tcp:+"$address"}
-    exit
-fi
-
 echo "1. Click \"Find/Connect/Control Corvane\"."
 if [ ${#tcp[@]} -gt 0 ]; then
     echo "2. Choose \"Serial Port\" and then Comm$com, or \"Ethernet\" and the address $address."
@@ -81,6 +76,7 @@ fi
 echo "3. Click \"Connect\"; the panel opens. Closing the start window ends everything."
 echo "Units saved in this controller are for trying and go with it; $bin/KVNController keeps its own."
 
+# The controller keeps its files, and looks for ports, where it lies.
 cp "$bin/KVNController" "$own"
 "$own/KVNController" &
 children+=("$!")

@@ -4,79 +4,67 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMouseEvent>
-
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
-template <class Control> Control &control(const char *window, const char *name) {
-    auto *found = sessionWindow(window).findChild<Control *>(QLatin1String(name));
-    if (!found) {
-        std::fprintf(stderr, "Session: %s has no %s.\n", window, name);
-        std::exit(1);
-    }
-    return *found;
+QObject *find(const QByteArray &window, const QByteArray &control) {
+    const QWidget *found = openWindow(window);
+    return found ? found->findChild<QObject *>(QString::fromLatin1(control)) : nullptr;
+}
+
+bool is(const QObject *object, const char *property) {
+    return object && object->property(property).toBool();
 }
 
 } // namespace
 
-namespace hands {
-
-void click(const char *window, const char *name) { control<QAbstractButton>(window, name).click(); }
-
-void chooseMenu(const char *window, const char *item) { control<QAction>(window, item).trigger(); }
-
-void chooseInList(const char *window, const char *list, const QString &entry) {
-    auto &widget = control<QListWidget>(window, list);
-    const QList<QListWidgetItem *> found = widget.findItems(entry, Qt::MatchExactly);
-    if (found.isEmpty()) {
-        std::fprintf(stderr, "Session: %s has no entry %s.\n", list, qPrintable(entry));
-        std::exit(1);
+QWidget *openWindow(const QByteArray &window) {
+    for (QWidget *found : QApplication::topLevelWidgets()) {
+        if (found->objectName() == QLatin1String(window) && found->isVisible())
+            return found;
     }
-    widget.setCurrentItem(found.back());
+    return nullptr;
 }
 
-void choosePort(const QString &port) {
-    auto &ports = control<QComboBox>("dlgConnect", "SerialPortsCombo");
-    const int item = ports.findText(port);
-    if (item < 0) {
-        std::fprintf(stderr, "Session: there is no port %s.\n", qPrintable(port));
-        std::exit(1);
+bool isUsable(const QByteArray &window, const QByteArray &control) {
+    if (control.isEmpty() || control == "frame")
+        return openWindow(window) != nullptr;
+    const QObject *found = find(window, control);
+    return is(found, "visible") && is(found, "enabled");
+}
+
+void use(const QByteArray &window, const QByteArray &control, const QString &value) {
+    QObject *found = find(window, control);
+    if (auto *button = qobject_cast<QAbstractButton *>(found)) {
+        button->click();
+    } else if (auto *item = qobject_cast<QAction *>(found)) {
+        item->trigger();
+    } else if (auto *ports = qobject_cast<QComboBox *>(found)) {
+        ports->setCurrentText(value);
+        Q_EMIT ports->activated(ports->currentIndex());
+    } else if (auto *list = qobject_cast<QListWidget *>(found)) {
+        list->setCurrentItem(list->findItems(value, Qt::MatchExactly).value(0));
+    } else if (auto *box = qobject_cast<QLineEdit *>(found); box && !value.isEmpty()) {
+        box->setText(value);
+    } else if (found) {
+        QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier);
+        QApplication::sendEvent(found, &space);
+    } else {
+        openWindow(window)->close();
     }
-    ports.setCurrentIndex(item);
-    Q_EMIT ports.activated(item);
 }
 
-void type(const char *window, const char *box, const QString &text) {
-    control<QLineEdit>(window, box).setText(text);
+QByteArray shownBy(const QByteArray &window, const QByteArray &control) {
+    const QObject *found = find(window, control);
+    if (!is(found, "visible"))
+        return "hidden";
+    QVariant shown = found->property("text");
+    for (const char *const other : {"count", "accessibleDescription"}) {
+        if (!shown.isValid())
+            shown = found->property(other);
+    }
+    return shown.toString().toUtf8();
 }
-
-void pointAt(const char *window, const char *name) {
-    auto &pointedAt = control<QWidget>(window, name);
-    const QPointF inside(2, 2);
-    QMouseEvent moves(QEvent::MouseMove, inside, pointedAt.mapToGlobal(inside), Qt::NoButton,
-                      Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(&pointedAt, &moves);
-}
-
-std::function<bool()> shows(const char *window) {
-    return [window] {
-        const QWidget *found = findWindow(window);
-        return found && found->isVisible();
-    };
-}
-
-std::function<bool()> offers(const char *window, const char *name) {
-    return [window, name] {
-        if (!findWindow(window))
-            return false;
-        const auto &found = control<QWidget>(window, name);
-        return found.isVisible() && found.isEnabled();
-    };
-}
-
-} // namespace hands

@@ -1,24 +1,20 @@
 #pragma once
 
-#include "Player.h"
+#include <QWidget>
 
-#include <QString>
+// What a user's hands and eyes do with the program's windows. Names are object names.
 
-// What a user's hands do to the program's windows, found by their names. A window or control that
-// is not there ends the session with a clear line.
+/// The window of that name if it is open, or null.
+QWidget *openWindow(const QByteArray &window);
 
-namespace hands {
+/// Whether a control of a window can be used; "" and "frame" stand for the window itself.
+bool isUsable(const QByteArray &window, const QByteArray &control);
 
-void click(const char *window, const char *name);
-void chooseMenu(const char *window, const char *item);
-void chooseInList(const char *window, const char *list, const QString &entry);
-void choosePort(const QString &port);
-void type(const char *window, const char *box, const QString &text);
-/// Moves the pointer onto a control.
-void pointAt(const char *window, const char *name);
+/// Uses a control that is usable, as its kind is used: a button or menu item, a list or the ports
+/// with the entry to pick, a box with the text to type. A box without a text is pointed at, by
+/// keyboard; "frame" closes the window.
+void use(const QByteArray &window, const QByteArray &control, const QString &value);
 
-/// Conditions for a step.
-std::function<bool()> shows(const char *window);
-std::function<bool()> offers(const char *window, const char *control);
-
-} // namespace hands
+/// What a control shows: its text, the number of its entries, or whether it is lit; "hidden" if it
+/// does not show.
+QByteArray shownBy(const QByteArray &window, const QByteArray &control);

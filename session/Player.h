@@ -1,46 +1,44 @@
 #pragma once
 
-#include <QString>
-#include <QWidget>
-
-#include <functional>
-#include <vector>
-
-/// One step of a session.
-struct Step {
-    QString name; ///< names the picture and stands in the report of a step not reached
-    std::function<bool()> ready; ///< asked until it holds
-    const char *pictureOf;       ///< window of which a picture is left before acting; may be null
-    std::function<void()> act;
-};
+#include "SimulatedUnit.h"
+#include "Steps.h"
+#include "simulator/Unit.h"
 
 /// Plays steps on the program's windows, as a user would: each begins when it is ready, also while
-/// the step before it is still waiting in a handler.
+/// the one before is still waiting in a handler. What the unit must be like, and answer, is known
+/// from a unit of the player's own that is sent the commands that the steps name. A step that is
+/// not reached within 30 s, or where something is not as it must be, ends the process with a clear
+/// line and status 1.
 class Player {
 public:
-    /// @param pictureFolder existing folder for the PNG files, "NN-name.png"
-    Player(std::vector<Step> sessionSteps, QString pictureFolder);
+    /// @param simulatedUnit in the state that Unit has in the beginning
+    /// @param pictureFolder existing folder for a PNG file of each step, "NN-name.png"
+    Player(const QList<Step> &sessionSteps, SimulatedUnit &simulatedUnit,
+           const QString &pictureFolder)
+        : steps(sessionSteps), unit(simulatedUnit), folder(pictureFolder) {}
 
-    /// Runs the event loop until all steps are played or one is not reached within 30 s.
-    /// @return exit status: 0 when all were played
-    int play();
+    /// Begins to play. To be called within the event loop.
+    void look();
 
-    /// Whether every action begun has returned.
-    [[nodiscard]] bool idle() const { return underway == 0; }
+    /// Checks that all steps are played and that nothing has passed on the wire after them. To be
+    /// called when the program has ended.
+    void finish();
 
 private:
-    void look();
+    [[nodiscard]] bool isReady(const Step &step);
+    void check(const Step &step);
+    void checkPanel() const;
+    void checkWire(const QByteArrayList &commands, const QByteArray &link = {});
     void takePicture(const Step &step) const;
+    void act(const Step &step);
+    void compare(const QByteArray &what, const QByteArray &found, const QByteArray &due) const;
+    [[noreturn]] void fail(const QByteArray &why, const QByteArray &place = {}) const;
 
-    std::vector<Step> steps;
+    const QList<Step> steps;
+    SimulatedUnit &unit;
     QString folder;
-    std::size_t next = 0;
-    int underway = 0;
-    int looksLeft = 0;
+    Unit expected;
+    qsizetype next = 0;
+    int underway = 0; // actions that have not returned
+    int looks = 0;    // since the step before
 };
-
-/// The program's window of that name; null before it is shown first.
-QWidget *findWindow(const char *name);
-
-/// The same; ends the session with a clear line if there is none.
-QWidget &sessionWindow(const char *name);

@@ -1,161 +1,86 @@
 #include "Steps.h"
 
-#include "Hands.h"
-
-#include <QStringList>
-
-using hands::click;
-using hands::offers;
-using hands::shows;
-
 namespace {
 
-constexpr const char *Panel = "KVN32x32Audio";
-constexpr const char *Units = "dlgControlExisting";
-const QString UnitName = QStringLiteral("Rack 2");
+using enum When;
 
-Step step(const char *name, std::function<bool()> ready, const char *pictureOf,
-          std::function<void()> act) {
-    return {QLatin1String(name), std::move(ready), pictureOf, std::move(act)};
-}
+const QByteArray Panel = "KVN32x32Audio";
+const QByteArray Units = "dlgControlExisting";
+const QByteArrayList Opening{"CFG ?", "STA O A", "STA O A"};
 
-Step helpStep(const char *name, const char *window, const std::function<void()> &then) {
-    return step(name, shows(window), window, [window, then] {
-        sessionWindow(window).close();
-        then();
-    });
-}
-
-std::vector<Step> connectSteps(const QString &port) {
-    return {
-        step("start", shows("frmMain"), "frmMain", [] { click("frmMain", "MainControlButton_0"); }),
-        step("connect", shows("dlgConnect"), "dlgConnect",
-             [] { click("dlgConnect", "ConnectSerialOption"); }),
-        step("ports", offers("dlgConnect", "SerialPortsCombo"), "dlgConnect",
-             [port] { hands::choosePort(port); }),
-        step("message", shows("dlgOK"), "dlgOK", [] { click("dlgOK", "OKButton"); }),
-        step("connected", offers("dlgConnect", "Connect2SerialButton"), "dlgConnect",
-             [] { click("dlgConnect", "Connect2SerialButton"); }),
-        step("setup", shows("dlgSetup"), "dlgSetup", [] {}),
-    };
-}
-
-std::vector<Step> routeSteps(const std::function<bool()> &idle) {
-    return {
-        step("panel", idle, Panel,
-             [] {
-                 click(Panel, "InputVideoAudioButtons_3");
-                 click(Panel, "OutputVidAudButtons_1");
-                 click(Panel, "OutputVidAudButtons_2");
-             }),
-        step("selected", idle, Panel, [] { click(Panel, "TakeButton"); }),
-        step(
-            "taking", [idle] { return !idle(); }, Panel, [] {}),
-        step("routed", idle, Panel,
-             [] {
-                 click(Panel, "OutputVidAudButtons_2");
-                 click(Panel, "TakeButton");
-             }),
-        step("disconnected", idle, Panel, [] { click(Panel, "MuteButton_4"); }),
-    };
-}
-
-std::vector<Step> levelAndPresetSteps(const std::function<bool()> &idle) {
-    return {
-        step("muted", idle, Panel,
-             [] {
-                 hands::pointAt(Panel, "OutputVolumeValue_5");
-                 click(Panel, "VolumeUpButton");
-             }),
-        step(
-            "volume-waiting", [idle] { return !idle(); }, Panel, [] {}),
-        step("volume-up", idle, Panel, [] { click(Panel, "VolumeDownButton"); }),
-        step("volume-down", idle, Panel, [] { click(Panel, "GoToPresets"); }),
-        step("presets", shows("dlgPresets"), nullptr,
-             [] { click("dlgPresets", "NewPresetButton_6"); }),
-        step("preset-chosen", idle, "dlgPresets",
-             [] { click("dlgPresets", "ExecutePresetButton"); }),
-        step("preset-executed", idle, "dlgPresets", [] { click("dlgPresets", "ExitPresets"); }),
-        step("panel-again", idle, Panel, [] { hands::chooseMenu(Panel, "ConnectionHelp"); }),
-    };
-}
-
-std::vector<Step> lookAroundSteps() {
-    return {
-        helpStep("help-connecting", "dlgInputConnect",
-                 [] { hands::chooseMenu(Panel, "disconnectHelp"); }),
-        helpStep("help-disconnecting", "dlgDisconnect",
-                 [] { hands::chooseMenu(Panel, "AdjustingVolumes"); }),
-        helpStep("help-volumes", "VolumeHelpDialog",
-                 [] { hands::chooseMenu("frmMain", "AboutCorvaneController"); }),
-        helpStep("about", "frmAbout", [] { click(Panel, "ExitButton"); }),
-    };
-}
-
-std::vector<Step> ethernetSteps(const std::function<bool()> &idle) {
-    return {
-        step("left", idle, "frmMain", [] { click("frmMain", "MainControlButton_0"); }),
-        step("connect-again", shows("dlgConnect"), nullptr,
-             [] { click("dlgConnect", "ConnectIPOption"); }),
-        step("ethernet", offers("dlgConnect", "Connect2IPButton"), "dlgConnect",
-             [] { sessionWindow("dlgConnect").close(); }),
-    };
-}
-
-void append(std::vector<Step> &steps, const std::vector<Step> &more) {
-    steps.insert(steps.end(), more.begin(), more.end());
-}
-
-void defineUnit(const QString &address) {
-    hands::type(Units, "Text3", UnitName);
-    hands::chooseInList(Units, "ConnectChoiceList", QStringLiteral("ETHER"));
-    const QStringList numbers = address.split(QLatin1Char('.'));
-    for (int box = 0; box < numbers.size(); ++box)
-        hands::type(Units, qPrintable(QStringLiteral("CntrlIPAddressQuad_%1").arg(box)),
-                    numbers.at(box));
-}
-
-void pickUnit() { hands::chooseInList(Units, "AvailCorvanesList", UnitName); }
+/// What is sent for a change of the routing or of a mute.
+QByteArrayList change(const QByteArray &command) { return {command, "STA O A", "STA O A"}; }
 
 } // namespace
 
-std::vector<Step> serialSteps(const std::function<bool()> &idle, int port) {
-    std::vector<Step> steps = connectSteps(QStringLiteral("Comm%1").arg(port));
-    append(steps, routeSteps(idle));
-    append(steps, levelAndPresetSteps(idle));
-    append(steps, lookAroundSteps());
-    append(steps, ethernetSteps(idle));
-    return steps;
-}
-
-std::vector<Step> savedUnitSteps(const std::function<bool()> &idle, const QString &address) {
+// clang-format off
+QList<Step> serialSteps() {
     return {
-        step("main-again", idle, nullptr, [] { click("frmMain", "MainControlButton_2"); }),
-        step("units", shows(Units), Units, [] { click(Units, "OptionsCommand_0"); }),
-        step("unit-adding", idle, nullptr, [address] { defineUnit(address); }),
-        step("unit-defined", idle, Units, [] { click(Units, "AddCorvaneCommand"); }),
-        step("unit-added", idle, Units,
-             [] {
-                 click(Units, "OptionsCommand_2");
-                 pickUnit();
-             }),
-        step("unit-picked", idle, Units, [] { click(Units, "AddCorvaneCommand"); }),
-        step("unit-panel", shows(Panel), Panel, [] { click(Panel, "ExitButton"); }),
-        step("unit-left", idle, nullptr, [] { click("frmMain", "MainControlButton_2"); }),
-        step("unit-deleting", shows(Units), nullptr,
-             [] {
-                 click(Units, "OptionsCommand_3");
-                 pickUnit();
-                 click(Units, "AddCorvaneCommand");
-             }),
-        step("unit-question", shows("dlgYesNo"), "dlgYesNo",
-             [] { click("dlgYesNo", "YesButton"); }),
-        step(
-            "unit-deleted", [idle] { return !idle() && !shows("dlgYesNo")(); }, Units, [] {}),
-        step("units-again", idle, Units, [] { click(Units, "OKButton"); }),
+        {"start", Usable, "frmMain", {"MainControlButton_0"}, {"ZarnConnectedLabel=Not Connected"}},
+        {"connect", Usable, "dlgConnect", {"ConnectSerialOption"}},
+        {"ports", Usable, "dlgConnect", {"SerialPortsCombo=Comm7"}, {"SerialPortsCombo=1"}},
+        {"message", Usable, "dlgOK", {"OKButton"}},
+        {"connected", Usable, "dlgConnect", {"Connect2SerialButton"}},
+        {"setup", Usable, "dlgSetup"},
+        {"panel", Idle, Panel,
+         {"InputVideoAudioButtons_3", "OutputVidAudButtons_1", "OutputVidAudButtons_2"},
+         {"ZarnConnectedLabel=Connected on COM7", "InputVideoConnected_1=1"}, Opening},
+        {"selected", Idle, Panel, {"TakeButton"},
+         {"InputVideoLamp_3=lit", "InputAudioLamp_4=unlit", "OutputVideoIndicator_1=lit",
+          "OutputAudioIndicator_2=lit", "OutputVideoIndicator_3=lit", "OutputAudioIndicator_4=unlit"}},
+        {"taking", Waiting, Panel},
+        {"routed", Idle, Panel, {"OutputVidAudButtons_2", "TakeButton"},
+         {"InputVideoLamp_3=unlit", "OutputAudioIndicator_2=unlit", "InputVideoConnected_1=3"},
+         change("Con 3(1,2)3F (1,2)")},
+        {"disconnected", Idle, Panel, {"MuteButton_4"}, {"InputAudioConnected_2=NC"},
+         change("DIS 2,2F")},
+        {"muted", Idle, Panel, {"OutputVolumeValue_5", "VolumeUpButton"}, {"MuteButton_4=MUTED"},
+         change("MUT M 4")},
+        {"volume-waiting", Waiting, Panel, {}, {"OutputVolumeLabel=Wait..."}},
+        {"volume-up", Idle, Panel, {"VolumeDownButton"},
+         {"OutputVolumeLabel=Output 5 volume", "OutputVolumeValue_5=Vol -19"},
+         {"VOL L 5 -19", "VOL L 5?"}},
+        {"volume-down", Idle, Panel, {"GoToPresets"}, {}, {"VOL L 5 -20", "VOL L 5?"}},
+        {"presets", Idle, "dlgPresets", {"NewPresetButton_6"}},
+        {"preset-chosen", Idle, "dlgPresets", {"ExecutePresetButton"}},
+        {"preset-executed", Idle, "dlgPresets", {"ExitPresets"}, {}, {"PST X 6"}},
+        // The panel asks what the preset did when it asks next.
+        {"panel-again", Idle, Panel, {"MuteButton_4"}, {"InputVideoConnected_7=7"}},
+        {"unmuted", Idle, Panel, {"ConnectionHelp"}, {"InputVideoConnected_7=6"}, change("MUT U 4")},
+        {"help-connecting", Idle, "dlgInputConnect", {"frame", "KVN32x32Audio/disconnectHelp"}},
+        {"help-disconnecting", Idle, "dlgDisconnect", {"frame", "KVN32x32Audio/AdjustingVolumes"}},
+        {"help-volumes", Idle, "VolumeHelpDialog", {"frame", "frmMain/AboutCorvaneController"}},
+        {"about", Idle, "frmAbout", {"frame", "KVN32x32Audio/ExitButton"}},
+        {"left", Idle, "frmMain", {"MainControlButton_0"}, {"ZarnConnectedLabel=Not Connected"}},
+        {"connect-again", Usable, "dlgConnect", {"ConnectIPOption"}},
+        {"ethernet", Usable, "dlgConnect", {"frame"}},
     };
 }
 
-std::vector<Step> leavingSteps(const std::function<bool()> &idle) {
-    return {step("leaving", idle, "frmMain", [] { sessionWindow("frmMain").close(); })};
+QList<Step> networkSteps() {
+    return {
+        {"main-again", Idle, "frmMain", {"MainControlButton_2"}},
+        {"units", Idle, Units, {"OptionsCommand_0"}},
+        {"unit-adding", Idle, Units,
+         {"Text3=Rack 2", "ConnectChoiceList=ETHER", "CntrlIPAddressQuad_0=127",
+          "CntrlIPAddressQuad_1=0", "CntrlIPAddressQuad_2=0", "CntrlIPAddressQuad_3=23"}},
+        {"unit-defined", Idle, Units, {"AddCorvaneCommand"}},
+        {"unit-added", Idle, Units, {"OptionsCommand_2", "AvailCorvanesList=Rack 2"}},
+        {"unit-picked", Idle, Units, {"AddCorvaneCommand"}, {"AvailCorvanesList=1"}},
+        {"unit-panel", InPanel, Panel,
+         {"InputVideoAudioButtons_5", "OutputVidAudButtons_7", "TakeButton"},
+         {"KVNNameLabel=Rack 2", "ZarnConnectedLabel=Connected to " + UnitAddress}, Opening},
+        {"unit-routed", InPanel, Panel, {"ExitButton"}, {"InputAudioConnected_7=5"},
+         change("Con 5(7)5F (7)")},
+        {"unit-left", Idle, "frmMain", {"MainControlButton_2"}, {"ZarnConnectedLabel=Not Connected"}},
+        {"unit-deleting", Idle, Units,
+         {"OptionsCommand_3", "AvailCorvanesList=Rack 2", "AddCorvaneCommand"}},
+        {"unit-question", Usable, "dlgYesNo", {"YesButton"}},
+        {"unit-deleted", Waiting, Units, {}, {"StatusLabel=Deleted Corvane from Disk"}},
+        {"units-again", Idle, Units, {"OptionsCommand_2"}},
+        {"no-unit", Idle, Units, {"CancelCommand", "OKButton"}, {"AvailCorvanesList=0"}},
+    };
 }
+
+QList<Step> leavingSteps() { return {{"leaving", Idle, "frmMain", {"frame"}}}; }
+// clang-format on

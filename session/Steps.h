@@ -1,14 +1,31 @@
 #pragma once
 
-#include "Player.h"
+#include <QByteArrayList>
 
-/// Over COM `port`: find the unit, open the panel, route input 3 to outputs 1 and 2, disconnect
-/// output 2, mute, step a volume, recall a preset, look at the other windows, leave the panel.
-/// @param idle whether every action of the steps before has returned
-std::vector<Step> serialSteps(const std::function<bool()> &idle, int port);
+enum class When {
+    Usable,  ///< the window is open and the control of the first action can be used
+    Idle,    ///< every action has returned
+    InPanel, ///< every action but the one that waits for the panel to be left
+    Waiting, ///< an action has not returned yet
+};
 
-/// Over the network: save a unit of `address` (dotted), control it, delete it.
-std::vector<Step> savedUnitSteps(const std::function<bool()> &idle, const QString &address);
+/// A state that a session reaches: what must hold then, and what the user does next.
+struct Step {
+    QByteArray name;
+    When when;
+    QByteArray window;         ///< that a picture is taken of
+    QByteArrayList actions{};  ///< "control" or "control=value", of other windows "window/control"
+    QByteArrayList shown{};    ///< "control=what it shows"
+    QByteArrayList commands{}; ///< all that were sent since the Idle or InPanel step before
+};
 
+/// Where the unit of networkSteps() is found.
+inline const QByteArray UnitAddress = "127.0.0.23";
+
+/// Over COM 7: find the unit, open the panel, route, disconnect, mute, step a volume, recall a
+/// preset, look at the other windows, leave the panel.
+QList<Step> serialSteps();
+/// Save a unit of UnitAddress, control it, route, delete it.
+QList<Step> networkSteps();
 /// Close the start window.
-std::vector<Step> leavingSteps(const std::function<bool()> &idle);
+QList<Step> leavingSteps();

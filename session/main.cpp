@@ -1,38 +1,55 @@
 #include "Player.h"
-#include "Steps.h"
 
 #include "ProgramLook.h"
 #include "QtMachine.h"
 #include "Windows.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
+#include <QTimer>
 
 #include <cstdio>
-#include <utility>
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
-    const QStringList arguments = QApplication::arguments();
-    if (arguments.size() < 3 || arguments.size() > 4) {
-        std::fprintf(stderr, "usage: KVNSession FOLDER-FOR-PICTURES COM-NUMBER [UNIT-ADDRESS]\n");
-        return 2;
+    const QString pictures = QApplication::arguments().value(1, QStringLiteral("out"));
+    QDir().mkpath(pictures);
+    // The offscreen platform warns about every window that it cannot raise.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
+
+    // Static, so that it is removed whichever way the session ends.
+    static const QTemporaryDir folder;
+    const QString port = folder.filePath(QStringLiteral("ports/com%1"));
+    QDir(folder.path()).mkdir(QStringLiteral("ports"));
+    // The other COM numbers lead to nothing, so that no device of the machine is opened.
+    for (int number = 1; number <= 20; ++number) {
+        if (number != 7)
+            QFile::link(folder.filePath(QStringLiteral("nothing")), port.arg(number));
     }
+    SimulatedUnit unit;
+    const QStringList serial{QStringLiteral("--serial"), port.arg(7)};
+    const QStringList network{QStringLiteral("--tcp"), QLatin1String(UnitAddress + ":23")};
+    const bool onNetwork = unit.start(serial + network);
+    if (!onNetwork) {
+        std::printf("Playing the serial part alone.\n");
+        if (!unit.start(serial))
+            return 1;
+    }
+
     applyProgramLook();
-    QtMachine machine;
+    QtMachine machine(folder.path());
     Program program(machine.services());
     Windows windows(program);
-    program.start();
-    windows.refresh();
-    Player *playing = nullptr;
-    const auto idle = [&playing] { return playing->idle(); };
-    std::vector<Step> steps = serialSteps(idle, arguments[2].toInt());
-    const auto append = [&steps](const std::vector<Step> &more) {
-        steps.insert(steps.end(), more.begin(), more.end());
-    };
-    if (arguments.size() == 4)
-        append(savedUnitSteps(idle, arguments[3]));
-    append(leavingSteps(idle));
-    Player player(std::move(steps), arguments[1]);
-    playing = &player;
-    return player.play();
+    Player player(serialSteps() + (onNetwork ? networkSteps() : QList<Step>()) + leavingSteps(),
+                  unit, pictures);
+    QTimer::singleShot(0, &application, [&] {
+        player.look();
+        program.start();
+        windows.refresh();
+    });
+    const int status = QApplication::exec();
+    player.finish();
+    return status;
 }
