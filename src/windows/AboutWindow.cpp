@@ -18,7 +18,7 @@ AboutWindow::AboutWindow(Form &aboutForm, const FormView &aboutView)
         made->setObjectName(QLatin1String(name));
         return made;
     };
-    auto *picIcon = new LinkPicture(true, this);
+    auto *picIcon = new LinkPicture(LinkPicture::Shows::LinkUp, this);
     picIcon->setObjectName(QStringLiteral("picIcon"));
     QLabel *lblTitle = label("lblTitle", title);
     QFont bold = lblTitle->font();

@@ -4,7 +4,7 @@
 
 #include <QPainter>
 
-LinkPicture::LinkPicture(bool linkUp, QWidget *parent) : QWidget(parent), up(linkUp) {
+LinkPicture::LinkPicture(Shows what, QWidget *parent) : QWidget(parent), up(what == Shows::LinkUp) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleName(up ? QStringLiteral("Link up") : QStringLiteral("Link down"));
 }

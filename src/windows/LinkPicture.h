@@ -5,7 +5,8 @@
 /// The picture of a link: two plugs, joined when it is up, apart when it is down.
 class LinkPicture : public QWidget {
 public:
-    explicit LinkPicture(bool linkUp, QWidget *parent = nullptr);
+    enum class Shows { LinkUp, LinkDown };
+    explicit LinkPicture(Shows what, QWidget *parent = nullptr);
     [[nodiscard]] QSize sizeHint() const override { return {56, 28}; }
 
 protected:

@@ -95,9 +95,10 @@ void Window::bindPresence(QWidget *widget, const Control &control) {
 
 Window::StatusWidgets Window::bindStatus(QWidget *parent, const LinkStatusView &status) {
     linkStatus = &status;
-    statusWidgets = {named(new QLabel(parent), "ZarnConnectedLabel"),
-                     named(new LinkPicture(true, parent), "ZarnConnectedImage"),
-                     named(new LinkPicture(false, parent), "ZarnNotConnectedImage")};
+    statusWidgets = {
+        named(new QLabel(parent), "ZarnConnectedLabel"),
+        named(new LinkPicture(LinkPicture::Shows::LinkUp, parent), "ZarnConnectedImage"),
+        named(new LinkPicture(LinkPicture::Shows::LinkDown, parent), "ZarnNotConnectedImage")};
     statusWidgets.ZarnConnectedLabel->setTextFormat(Qt::PlainText);
     statusWidgets.ZarnConnectedLabel->setAutoFillBackground(true);
     statusWidgets.ZarnConnectedLabel->setAlignment(Qt::AlignCenter);

@@ -6,6 +6,12 @@
 class DialogsTest : public QObject {
     Q_OBJECT
 
+    void connectOverSerial();
+    void openUnits(Operation operation);
+
+    ProgramFixture kvn;
+    Views &views = kvn.program.views;
+
 private Q_SLOTS:
     void init();
     void areMadeWhenShownFirst();
@@ -20,11 +26,4 @@ private Q_SLOTS:
     void keysPickTheFirstUnitFirst();
     void presetsReport();
     void endInTheRealEventLoop();
-
-private:
-    void connectOverSerial();
-    void openUnits(Operation operation);
-
-    ProgramFixture kvn;
-    Views &views = kvn.program.views;
 };

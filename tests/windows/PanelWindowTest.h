@@ -6,6 +6,9 @@
 class PanelWindowTest : public QObject {
     Q_OBJECT
 
+    ProgramFixture kvn{{.model = "KVN-32x32-RGBA"}};
+    PanelView &view = kvn.program.views.panel;
+
 private Q_SLOTS:
     void initTestCase() { kvn.openPanel(); }
     void init();
@@ -17,8 +20,4 @@ private Q_SLOTS:
     void reportsKeys();
     void choosesAVolumeByMovementOnly();
     void opensHelp();
-
-private:
-    ProgramFixture kvn{{.model = "KVN-32x32-RGBA"}};
-    PanelView &view = kvn.program.views.panel;
 };

@@ -42,7 +42,7 @@ void dlgConnect::LoadForm() {
 }
 
 void dlgConnect::Form_Load() {
-    choose(false, false);
+    choose(Option::None);
     MakeSerialInvisible();
     makeIPAddressInVisible();
     view.SerialPortsCombo.entries.clear();
@@ -56,19 +56,19 @@ void dlgConnect::Form_Load() {
     if (!link.IPAddressQuads[0].empty()) {
         // The address entered last is offered again, ready to connect.
         address.fill(link.IPAddressQuads);
-        choose(true, false);
+        choose(Option::Network);
         makeIPAddressVisible();
     }
 }
 
-void dlgConnect::choose(bool networkOption, bool serialOption) {
-    view.ConnectIPOption.lit = networkOption;
-    view.ConnectSerialOption.lit = serialOption;
+void dlgConnect::choose(Option option) {
+    view.ConnectIPOption.lit = option == Option::Network;
+    view.ConnectSerialOption.lit = option == Option::Serial;
 }
 
 void dlgConnect::HandleIPOnly() {
     LoadForm();
-    choose(true, false);
+    choose(Option::Network);
     address.fill(link.IPAddressQuads);
     MakeSerialInvisible();
     makeIPAddressVisible();
@@ -149,7 +149,7 @@ void dlgConnect::chooseNetwork() {
     // A connect that is under way is of this option, so it goes on.
     if (!connecting)
         takeOver();
-    choose(true, false);
+    choose(Option::Network);
     // A port picked before would stay taken for the rest of the run.
     serial.close();
     view.Connect2SerialButton.enabled = false;
@@ -199,7 +199,7 @@ void dlgConnect::connectNetwork() {
 
 void dlgConnect::chooseSerial() {
     const int mine = takeOver();
-    choose(false, true);
+    choose(Option::Serial);
     // The search opens and closes ports; one that was picked before would be closed by it
     // unnoticed.
     serial.close();
@@ -242,7 +242,7 @@ void dlgConnect::FindCommPorts(int mine) {
                          "Adapter Cable.");
         if (!isShowing(mine))
             return;
-        choose(false, false);
+        choose(Option::None);
         MakeSerialInvisible();
     }
     link.FindingPortsFlag = false;

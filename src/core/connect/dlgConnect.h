@@ -64,7 +64,8 @@ private:
     void makeIPAddressInVisible() { view.IPAddressFrame.visible = false; }
     void MakeSerialVisible() { view.SerialConnectionFrame.visible = true; }
     void MakeSerialInvisible() { view.SerialConnectionFrame.visible = false; }
-    void choose(bool network, bool serialPort);
+    enum class Option { None, Network, Serial };
+    void choose(Option option);
     void chooseNetwork();
     void chooseSerial();
     void FindCommPorts(int mine);

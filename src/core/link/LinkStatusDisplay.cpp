@@ -24,28 +24,27 @@ bool LinkStatusDisplay::serialIsUp() const {
     return link.LinkKind == SerialLinkKind && link.SerialPortOpen;
 }
 
-void LinkStatusDisplay::show(StatusWindow window, const std::string &caption, LinkColour colour,
-                             bool linkUp) {
+void LinkStatusDisplay::show(StatusWindow window, const std::string &caption, LinkColour colour) {
     LinkStatusView &view = *views.at(static_cast<std::size_t>(window));
     view.caption = caption;
     view.colour = colour;
-    view.linkUp = linkUp;
+    view.linkUp = colour != LinkColour::NotConnected && colour != LinkColour::SerialDown;
     if (window == StatusWindow::Start)
-        places.ToDisconnectPortLabel.visible = linkUp;
+        places.ToDisconnectPortLabel.visible = view.linkUp;
 }
 
 void LinkStatusDisplay::showConnectedOnCom(StatusWindow window) {
-    show(window, "Connected on COM" + std::to_string(link.SelectedCommPort), LinkColour::ButtonFace,
-         true);
+    show(window, "Connected on COM" + std::to_string(link.SelectedCommPort),
+         LinkColour::ButtonFace);
     views.at(static_cast<std::size_t>(window))->labelVisible = true;
 }
 
 void LinkStatusDisplay::showConnectedTo(StatusWindow window) {
-    show(window, "Connected to " + link.RemoteIPAddress, LinkColour::NetworkUp, true);
+    show(window, "Connected to " + link.RemoteIPAddress, LinkColour::NetworkUp);
 }
 
 void LinkStatusDisplay::showNotConnected(StatusWindow window) {
-    show(window, "Not Connected", LinkColour::NotConnected, false);
+    show(window, "Not Connected", LinkColour::NotConnected);
 }
 
 void LinkStatusDisplay::ShowConnectingProgress() {
@@ -84,13 +83,13 @@ void LinkStatusDisplay::HandleConnectionsStatus() {
 void LinkStatusDisplay::handleZarnConnectedFlag() {
     for (const StatusWindow window : {StatusWindow::Start, StatusWindow::Panel}) {
         if (networkIsUp())
-            show(window, "Ethernet Port Opened", LinkColour::NetworkUp, true);
+            show(window, "Ethernet Port Opened", LinkColour::NetworkUp);
         else if (serialIsUp())
-            show(window, "Connected", LinkColour::SerialUp, true);
+            show(window, "Connected", LinkColour::SerialUp);
         else if (link.LinkKind == NetworkLinkKind)
-            show(window, "Not Connected", LinkColour::NotConnected, false);
+            show(window, "Not Connected", LinkColour::NotConnected);
         else if (link.LinkKind == SerialLinkKind)
-            show(window, "Not Connected", LinkColour::SerialDown, false);
+            show(window, "Not Connected", LinkColour::SerialDown);
     }
 }
 

@@ -70,7 +70,7 @@ public:
     void refreshAll();
 
 private:
-    void show(StatusWindow window, const std::string &caption, LinkColour colour, bool linkUp);
+    void show(StatusWindow window, const std::string &caption, LinkColour colour);
     [[nodiscard]] bool networkIsUp() const;
     [[nodiscard]] bool serialIsUp() const;
 

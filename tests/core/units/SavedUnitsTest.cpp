@@ -64,7 +64,7 @@ public:
                 {"port", [&] { program.connectForm.SerialPortsCombo_Click(0); }},
                 {"refuse", [&] { socket.host = FakeTcpSocket::Host::Refuses; }},
                 {"hang", [&] { socket.host = FakeTcpSocket::Host::Silent; }},
-                {"reply", [&] { socket.wire.device = [rest](auto) { return rest; }; }},
+                {"reply", [&] { socket.wire.device = [rest](auto) { return std::string(rest); }; }},
                 {"save", [&] { files.failure = rest; }},
                 {"read", [&] { files.readFailure = rest; }},
                 {"gone", [&] { files.contentsOf.erase(Path); }},
