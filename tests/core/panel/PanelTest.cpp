@@ -423,7 +423,7 @@ void PanelTest::opens() {
 void PanelTest::overlappingClicks() {
     std::string clicks = "iB3 oB1 oB2";
     for (int nested = 0; nested < 100; ++nested)
-        clicks += " @" + std::to_string(0.07 * nested) + ":" + std::array{"take", "m2", "escape"}.at(nested % 3);
+        clicks += " @" + std::to_string(0.07 * nested) + ":" + std::array{"take", "m2", "escape"}.at(static_cast<std::size_t>(nested) % 3);
     check({{clicks + " take wait note ?n iV4 oV1 take ?s ?n", "Con 4(1);Q"},
            {"S:iB3 oB1 oB2 lose back @0:m3 take ?s ?n", "MUT M 3;QCon 3(1,2)3F (1,2);Q"}}); // opens the port again
 }
