@@ -8,6 +8,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 ConnectWindow::ConnectWindow(dlgConnect &connectForm, const ConnectView &connectView)
     : Window("dlgConnect", connectForm, connectView.form), dialog(connectForm), view(connectView) {
     setWindowTitle(QStringLiteral("Connect to Zarn-Lt"));
@@ -41,21 +43,22 @@ QGroupBox *ConnectWindow::buildOptions() {
     auto *Frame1 = named(new QGroupBox(this), "Frame1");
     bind(Frame1, view.Frame1);
     auto *options = new QHBoxLayout(Frame1);
-    const auto addOption = [&](const char *name, const Control &control, auto clicked) {
+    const auto addOption = [this, Frame1, options](const char *name, const Control &control,
+                                                   std::function<void()> clicked) {
         auto *option = named(new QRadioButton(Frame1), name);
         // Which one is chosen is the view's business.
         option->setAutoExclusive(false);
         option->setFocusPolicy(Qt::TabFocus);
         bind(option, control);
-        whenClicked(option, [this, option, &control, clicked] {
-            option->setChecked(control.lit);
-            (dialog.*clicked)();
+        whenClicked(option, [option, chosen = &control.lit, clicked = std::move(clicked)] {
+            option->setChecked(*chosen);
+            clicked();
         });
         options->addWidget(option);
     };
-    addOption("ConnectIPOption", view.ConnectIPOption, &dlgConnect::ConnectIPOption_Click);
+    addOption("ConnectIPOption", view.ConnectIPOption, [this] { dialog.ConnectIPOption_Click(); });
     addOption("ConnectSerialOption", view.ConnectSerialOption,
-              &dlgConnect::ConnectSerialOption_Click);
+              [this] { dialog.ConnectSerialOption_Click(); });
     options->addStretch();
     return Frame1;
 }
