@@ -7,73 +7,54 @@
 
 namespace {
 
-using Host = FakeTcpSocket::Host;
-
 // What is played, and what comes of it.
 const std::vector<std::array<std::string, 2>> Plays{
-    {"serial 7 ok done", "! panel on COM7 7#"},
     {"none serial read ok look frame",
      "! There are no COM ports available for updating\r\nClose any serial communications programs "
-     "in use, or connect a USB to Serial Adapter Cable. < > down"},
-    {"none serial frame", "! down"},
-    {"none serial ethernet ok look frame", "! <E ... idle+> down"},
+     "in use, or connect a USB to Serial Adapter Cable. < > down x0"},
     {"serial look 20 read ok look done",
      "<S found> ! Please make sure the Zarn is connected to the Comm Port 20 Cable before "
-     "proceeding! <S found#2+ on COM20 up> panel on COM20 20#"},
-    {"serial serial look frame", "<S found Comm1 Comm7 Comm20> down"},
-    {"serial none 7 ok look frame", "! <S found#1 down dark> down"},
-    {"serial 7 ok none 1 ok look frame", "! ! <S found#0 down dark> down 7"},
-    {"serial 7 ok 1 frame @3 lose take", "! ! panel on COM7 7 7#DIS ,\rSTA O A\rSTA O A\r"},
-    {"serial 7 ok 1 done @3 lose take", "! ! panel on COM7 7 7#DIS ,\rSTA O A\rSTA O A\r"},
-    {"serial 7 ok 1 look ok done @3 lose take",
-     "! ! <S found#0+ on COM7 ! up> panel on COM1 7 1 1#DIS ,\rSTA O A\rSTA O A\r"},
-    {"serial 1 7 ok look done", "! ! <S found#1+ on COM7 up> panel on COM7 7#"},
-    {"serial 1 serial look ok 7 ok done", "! <S found Comm1 Comm7 Comm20 !> ! panel on COM7 7#"},
-    {"serial 7 ok 1 ethernet ok look frame", "! ! <E ... idle+ down> down 7"},
-    {"serial 7 ok ethernet look frame", "! <E ... idle+ down> down 7"},
-    {"serial 7 ok serial look frame", "! <S found Comm1 Comm7 Comm20 down> down 7"},
-    {"serial 7 ok lose done", "! down 7"},
-    {"serial 1 frame find look frame", "! < > down"},
-    {"serial 7 ok done @3 exit find look frame", "! < > down 7#"},
-    {"serial ~frame", "down"},
-    {"serial ~frame ~find look serial look frame", "< > <S found> down"},
-    {"serial ~ethernet look 10.0.0.5 dial", "<E ... idle+> panel to A x1#"},
-    {"serial ~serial look frame", "<S Found Comm Ports: Comm1 Comm1 Comm7 Comm20> down"},
-    {"frame search look 7 ok frame", "<S found> ! on COM7 7"},
-    {"ethernet look 10.0.0.5 look dial", "<E ... idle+> <E A idle+> panel to A x1#"},
-    {"10.0.0.5 look frame", "< > down"},
+     "proceeding! <S found#2+ on COM20 up> panel on COM20# 20 x0"},
+    {"serial 7 ok none 1 ok look frame", "! ! <S found#0 down dark> down 7 x0"},
+    {"serial 7 ok 1 frame @3 lose plug take", "! ! panel on COM7#DIS ,\rSTA O A\rSTA O A\r 7 7 x0"},
+    {"serial 7 ok 1 look ok done @3 lose plug take",
+     "! ! <S found#0+ on COM7 ! up> panel on COM1#DIS ,\rSTA O A\rSTA O A\r 7 1 1 x0"},
+    {"serial 1 serial look ok 7 ok done", "! <S found Comm1 Comm7 Comm20 !> ! panel on COM7# 7 x0"},
+    {"serial 7 ok 1 ethernet ok look frame", "! ! <E ... idle+ down> down 7 x0"},
+    {"serial 7 ok ethernet look frame", "! <E ... idle+ down> down 7 x0"},
+    {"serial 7 ok serial look frame", "! <S found Comm1 Comm7 Comm20 down> down 7 x0"},
+    {"serial 7 ok lose done", "! down 7 x0"},
+    {"serial 1 frame find look frame", "! < > down x0"},
+    {"serial 7 ok done @3 exit find look frame", "! < > down# 7 x0"},
+    {"serial ~frame ~find look serial look frame", "< > <S found> down x0"},
+    {"serial ~ethernet look 10.0.0.5 dial", "<E ... idle+> panel to A# x1"},
+    {"serial ~serial look frame", "<S Found Comm Ports: Comm1 Comm1 Comm7 Comm20> down x0"},
+    {"ethernet look 10.0.0.5 look dial", "<E ... idle+> <E A idle+> panel to A# x1"},
     {"refuses call @4.1 look @4.3 dial read look ok look frame find look ethernet look frame",
      "<E A ~.> ! Unable to connect using that IP address, check the address and try again. <E A ~. "
      "!> <E A idle+> <E A idle+> <E ... idle+> down x2"},
-    {"refuses call @5 frame", "! down x2"},
-    {"refuses call @5 serial ok look frame", "! <S found> down x2"},
     {"refuses call @5 ethernet look ok look frame", "! <E ... idle+ !> <E ... idle+> down x2"},
     {"silent call dial look @11 look @13 look @24 look @24.3 ok look frame",
      "<E A ~.> <E A ~......> <E A ~.> <E A ~......> ! <E A idle+> down x12"},
     {"slow call @30 ok @35 look frame", "! <E A idle+> down x12"},
-    {"slow call @1 frame @10 find look frame", "<E A idle+> down x1"},
-    {"silent call @13 answers", "panel to A x8#"},
+    {"silent call @13 answers", "panel to A# x8"},
     {"silent call @3 ethernet look @25 ok frame", "<E ... ~..> ! down x12"},
-    {"silent call @3 serial look ethernet look @30 frame", "<S found> <E ... idle+> down x2"},
-    {"silent call @3 serial 7 ok done", "! panel on COM7 7 x2#"},
-    {"silent call @3 answers frame find look dial", "<E A idle+> panel to A x3#"},
-    {"silent call @3 frame find serial look @40 frame", "<S found> down x2"},
-    {"silent call @3 frame find ethernet 10.0.0.9 dial @20 look @40 ok frame",
-     "<E 10.0.0.9 Connecting to 10.0.0.9 ...> ! down x14"},
-    {"refuses ethernet 10.0.0.5 frame known look @5 ok look frame",
-     "<E A ~.> ! <E A idle+> down x2"},
-    {"ethernet 10.0.0.5 frame known", "to A x1"},
-    {"= call @2 read ok known", "! Unable to get Corvane Configuration to A x1CFG ?\r\n"},
-    {"= serial 7 ok done @2 ok =hello find", "! ! panel on COM7 7CFG ?\r\n#"},
-    {"= serial 7 ok done @2 label find frame look ok", "! ! <  !> down 7CFG ?\r\n"},
+    {"silent call @3 serial 7 ok done", "! panel on COM7# 7 x2"},
+    {"silent call @3 answers again look dial", "<E A idle+> panel to A# x3"},
+    {"silent call @3 again ethernet 10.0.0.9 dial @20 look @40 ok frame",
+     "<E 10.0.0.9 Connecting to 10.0.0.9 ...> ! down x2"},
+    {"= call @2 read ok known", "! Unable to get Corvane Configuration to ACFG ?\r\n x1"},
+    {"= serial 7 ok done @2 ok =hello find", "! ! panel on COM7CFG ?\r\n# 7 x0"},
+    {"= serial 7 ok done @2 label find frame look ok", "! ! <  !> downCFG ?\r\n 7 x0"},
     {"=KVN-32x32-RGBA call @3 exit =KVN-8x4-C find dial @6 read ok =KVN-8x4-HDA find",
      "! The buttons of KVN-8x4-C do not fit the panel: ButtonInput has no index 33 (0 to 32). "
-     "panel to A x2#CFG ?\r\n#"},
-    {"call @3 find", "panel to A x1##"},
-    {"call @0.4 find", "panel to A x1CFG ?\r\n#"},
-    {"call @3 label", "panel down x1#"},
-    {"drop call @2 read ok",
-     "! Sending to A port 23 failed: the remote host closed the connection. down x1"}};
+     "panel to A#CFG ?\r\n# x2"},
+    {"10.0.0.5 frame find look frame", "< > down x0"},
+    {"call @0.4 find", "panel to ACFG ?\r\n# x1"},
+    {"call @3 label", "panel down# x1"},
+    {"frame tell tell read ok", "! ! told told told down x0"},
+    {"frame tell box ok shut", "! boxed! boxed told down x0"},
+    {"frame ask dismiss ask yes ask dismiss ask no", "- asked! + + - down x0"}};
 
 /// A text with what often occurs in it made short.
 std::string shortened(std::string text) {
@@ -125,9 +106,64 @@ public:
         return shortened(log + outcome());
     }
 
-    [[nodiscard]] auto connects() const {
-        return std::ranges::count_if(
-            socket.log, [](const std::string &entry) { return entry.starts_with("connect"); });
+    void act(const std::string &word) {
+        dlgConnect &dialog = program.connectForm;
+        Messages &user = program.messages;
+        const MessageViews &boxes = views.messages;
+        using Host = FakeTcpSocket::Host;
+        const auto host = [this](Host acts) { return [this, acts] { socket.host = acts; }; };
+        const std::map<std::string, std::function<void()>> words{
+            {"find", [&] { program.startForm.MainControlButton_Click(0); }},
+            {"ethernet", [&] { dialog.ConnectIPOption_Click(); }},
+            {"serial", [&] { dialog.ConnectSerialOption_Click(); }},
+            {"dial", [&] { dialog.IPAddressQuadConnect_Enter(3); }},
+            {"call", [&] { act("ethernet"), act("10.0.0.5"), act("dial"); }},
+            {"done", [&] { dialog.Connect2SerialButton_Click(); }},
+            {"frame", [&] { dialog.unload(); }},
+            {"ok", [&] { user.dlgOK().unload(); }},
+            {"read", [&] { log += boxes.dlgOK.OKLabel.text + " "; }},
+            {"look", [&] { log += shown(); }},
+            {"known", [&] { dialog.HandleIPOnly(), dialog.waitUntilLeft(); }},
+            {"again", [&] { act("frame"), act("find"); }},
+            {"tell", [&] { user.ShowMessage("told"), log += "told "; }},
+            {"box", [&] { user.ShowPlainBox("boxed"), log += "boxed "; }},
+            {"ask", [&] { user.AskYesNo("asked"), log += user.answered() ? "+ " : "- "; }},
+            {"shut", [&] { log += boxes.plainBox.OKLabel.text + "! ", user.plainBox().unload(); }},
+            {"dismiss", [&] { user.dlgYesNo().unload(); }},
+            {"yes", [&] { log += boxes.dlgYesNo.YesNoText.text + "! ", user.answer(true); }},
+            {"no", [&] { user.answer(false); }},
+            {"label", [&] { program.startForm.ZarnConnectedLabel_Click(); }},
+            {"exit", [&] { program.panelForm.ExitButton_Click(); }},
+            {"take", [&] { program.panelForm.TakeButton_Click(); }},
+            {"quit", [&] { program.startForm.unload(); }},
+            {"lose", [&] { serialPort.vanish(); }},
+            {"plug",
+             [&] {
+                 serialPort.present.merge(std::set{1, 7});
+             }},
+            {"none", [&] { serialPort.present.clear(); }},
+            {"slow", [&] { socket.connectDelay = 2.5; }},
+            {"answers", host(Host::Answers)},
+            {"silent", host(Host::Silent)},
+            {"refuses", host(Host::Refuses)}};
+        const auto &ports = views.connect.SerialPortsCombo.entries;
+        if (word[0] == '=')
+            configuration = word.substr(1);
+        else if (word.find('.') != std::string::npos)
+            typeAddress(word);
+        else if (std::isdigit(word[0]))
+            dialog.SerialPortsCombo_Click(
+                static_cast<int>(std::ranges::find(ports, "Comm" + word) - ports.begin()));
+        else
+            words.at(word)();
+    }
+
+    /// The ports that were opened for use, and how often the host was dialled.
+    [[nodiscard]] std::string used() const {
+        std::string text;
+        for (const std::string &entry : serialPort.log)
+            text += entry.ends_with(" 38400,N,8,1") ? entry.substr(4, entry.find(' ', 5) - 4) : "";
+        return text + " x" + std::to_string(std::ranges::count(socket.log, "connect 10.0.0.5:23"));
     }
 
 private:
@@ -145,92 +181,42 @@ private:
         }
     }
 
-    void act(const std::string &word) {
-        dlgConnect &dialog = program.connectForm;
-        const auto host = [this](Host acts) { return [this, acts] { socket.host = acts; }; };
-        const std::map<std::string, std::function<void()>> words{
-            {"find", [&] { program.startForm.MainControlButton_Click(0); }},
-            {"ethernet", [&] { dialog.ConnectIPOption_Click(); }},
-            {"serial", [&] { dialog.ConnectSerialOption_Click(); }},
-            {"dial", [&] { dialog.IPAddressQuadConnect_Enter(3); }},
-            {"call", [&] { act("ethernet"), act("10.0.0.5"), act("dial"); }},
-            {"done", [&] { dialog.Connect2SerialButton_Click(); }},
-            {"frame", [&] { dialog.unload(); }},
-            {"ok", [&] { program.messages.dlgOK().unload(); }},
-            {"read", [&] { log += views.messages.dlgOK.OKLabel.text + " "; }},
-            {"look", [&] { log += shown(); }},
-            {"known", [&] { dialog.HandleIPOnly(), dialog.waitUntilLeft(); }},
-            {"search", [&] { dialog.HandleSerialOnly(), dialog.waitUntilLeft(); }},
-            {"label", [&] { program.startForm.ZarnConnectedLabel_Click(); }},
-            {"exit", [&] { program.panelForm.ExitButton_Click(); }},
-            {"take", [&] { program.panelForm.TakeButton_Click(); }},
-            {"lose",
-             [&] {
-                 serialPort.vanish(), serialPort.present = {1, 7, 21};
-             }},
-            {"none", [&] { serialPort.present.clear(); }},
-            {"drop", [&] { socket.closesAfter = 3; }},
-            {"slow", [&] { socket.connectDelay = 2.5; }},
-            {"answers", host(Host::Answers)},
-            {"silent", host(Host::Silent)},
-            {"refuses", host(Host::Refuses)}};
-        const auto &ports = views.connect.SerialPortsCombo.entries;
-        if (const auto known = words.find(word); known != words.end())
-            known->second();
-        else if (word[0] == '=')
-            configuration = word.substr(1);
-        else if (word.find('.') != std::string::npos)
-            typeAddress(word);
-        else
-            dialog.SerialPortsCombo_Click(
-                static_cast<int>(std::ranges::find(ports, "Comm" + word) - ports.begin()));
-    }
-
     /// The dialog: the option, what its frame shows, "+" for a button that can be clicked, the
     /// link.
     [[nodiscard]] std::string shown() const {
         const ConnectView &view = views.connect;
         const LinkStatusView &status = view.status;
         const ListControl &ports = view.SerialPortsCombo;
-        std::string text = view.ConnectIPOption.lit ? "<E" : "<";
-        text += view.ConnectSerialOption.lit ? "S " : " ";
-        if (view.IPAddressFrame.visible) {
-            for (const Control &box : view.IPAddressQuadConnect.boxes)
-                text += box.text + ".";
-            text.back() = ' ';
+        std::string text = std::string("<") + (view.ConnectIPOption.lit ? "E" : "") +
+                           (view.ConnectSerialOption.lit ? "S " : " ");
+        for (const Control &box : view.IPAddressQuadConnect.boxes)
+            text += view.IPAddressFrame.visible ? box.text + "." : "";
+        text.back() = ' ';
+        if (view.IPAddressFrame.visible)
             text += view.Label2.text + (view.Connect2IPButton.enabled ? "+" : "");
-        }
         if (view.SerialConnectionFrame.visible) {
             text += view.Label1.text + (ports.control.visible ? ":" : "");
             for (const std::string &port : ports.entries)
                 text += " " + port;
-            text += ports.chosen < 0 ? "" : "#" + std::to_string(ports.chosen);
-            text += view.Connect2SerialButton.enabled ? "+" : "";
+            text += (ports.chosen < 0 ? "" : "#" + std::to_string(ports.chosen)) +
+                    (view.Connect2SerialButton.enabled ? "+" : "");
         }
-        text += status.labelVisible ? " " + status.caption : "";
-        text += views.messages.dlgOK.form.loaded ? " !" : "";
-        text += status.colour == LinkColour::SerialDown ? " dark" : "";
-        return text + (status.linkUp ? " up> " : "> ");
+        text += (status.labelVisible ? " " + status.caption : "") +
+                (views.messages.dlgOK.form.loaded ? " !" : "");
+        return text + (status.colour == LinkColour::SerialDown ? " dark" : "") +
+               (status.linkUp ? " up> " : "> ");
     }
 
-    /// The forms, the link, the ports that were opened for use, the connects, what was sent; and
-    /// what does not fit together.
+    /// What does not fit together; the forms, the link, what was sent, what was used.
     [[nodiscard]] std::string outcome() {
         const std::string link = pump.ended() ? "ended" : views.main.status.caption;
-        std::string text = loaded() + " " + link;
-        if (views.panel.form.loaded && views.panel.status.caption != link)
-            text += " PANEL";
-        if (serialPort.isOpen() != link.starts_with("Connected on"))
-            text += " PORT";
-        if ((socket.state() != SocketState::Closed) != link.starts_with("Connected to"))
-            text += " SOCKET";
-        if (!pump.ended() && (program.link.IPConnectingFlag || program.link.FindingPortsFlag))
-            text += " BUSY";
-        for (const std::string &entry : serialPort.log) {
-            if (entry.ends_with(" 38400,N,8,1"))
-                text += " " + entry.substr(5, entry.find(' ', 5) - 5);
-        }
-        return text + (connects() == 0 ? "" : " x" + std::to_string(connects())) + takeWritten();
+        const LinkState &state = program.link;
+        const bool closed = socket.state() == SocketState::Closed;
+        std::string text = serialPort.isOpen() != link.starts_with("Connected on") ? "PORT " : "";
+        text += closed == link.starts_with("Connected to") ? "SOCKET " : "";
+        text += views.panel.form.loaded && views.panel.status.caption != link ? "PANEL " : "";
+        text += !pump.ended() && (state.IPConnectingFlag || state.FindingPortsFlag) ? "BUSY " : "";
+        return text + loaded() + " " + link + takeWritten() + used();
     }
 };
 
@@ -244,59 +230,40 @@ private Q_SLOTS:
         checkRows(Plays, [](const std::string &words) { return Play().run(words); });
     }
 
-    // At any moment: nothing is sent or said from then on, and no time passes.
-    void closingTheStartWindowEndsAll() {
-        for (const char *const words :
-             {"serial 7 ok 1 ok done @3 lose take @5 exit find none serial",
-              "= silent call @5 answers @8 ok find @9 ok", "refuses call"}) {
-            for (double moment = 0.05; moment < 10.0; moment += 0.1) {
+    // At any moment: nothing more is opened, dialled, sent or said.
+    void leavingEndsWhatIsUnderWay() {
+        for (const auto &[words, way, after] :
+             {std::tuple("serial 7 ok 1 ok done @3 lose plug take @5 exit", "quit", " ended"),
+              {"= silent call @5 answers @8 ok find @9 ok", "quit", " ended"},
+              {"refuses call", "quit", " ended"},
+              {"silent call @30 ok frame", "frame", "down"},
+              {"silent call @30 ok frame", "serial", "down"},
+              {"silent call @30 ok frame", "again", "down"}}) {
+            for (double moment = 0.25; moment < 26.0; moment += 0.2) {
                 Play play;
-                std::string before;
-                play.pump.in(moment, [&] {
+                std::string expected;
+                play.pump.in(moment, [&, way = way, after = after] {
                     play.takeWritten();
-                    before = play.log;
-                    play.program.startForm.unload();
+                    expected = shortened(play.log) + after + play.used();
+                    play.act(way);
                 });
-                const double due = play.pump.now() + moment;
-                const std::string result = play.run(words);
-                before = shortened(before) + " ended";
-                QCOMPARE(result.substr(0, before.size()), before);
-                QVERIFY(result.find_first_of("#\r", before.size()) == std::string::npos);
-                QCOMPARE(play.pump.now(), due);
-            }
-        }
-    }
-
-    // At any moment of a connect, whatever is done instead.
-    void leavingEndsAConnect() {
-        for (const std::string words : {"frame", "serial", "frame find"}) {
-            for (double moment = 0.25; moment < 26.0; moment += 0.5) {
-                Play play;
-                std::string expected = moment > 24.2 ? "! down x" : "down x";
-                play.pump.in(moment, [&] { expected += std::to_string(play.connects()); });
-                QCOMPARE(play.run("silent call @" + std::to_string(moment) + " " + words +
-                                  " @30 ok frame"),
-                         expected);
+                QCOMPARE(play.run(words), expected);
             }
         }
     }
 
     void address() {
         Play play;
-        ConnectView &view = play.views.connect;
-        const AddressView &boxes = view.IPAddressQuadConnect;
         dlgConnect &dialog = play.program.connectForm;
+        const AddressView &boxes = play.views.connect.IPAddressQuadConnect;
         dialog.LoadForm();
-        QCOMPARE(view.form.focus, std::string("ConnectIPOption"));
         dialog.ConnectIPOption_Click();
-        std::string cursor = std::to_string(boxes.cursorMoved) + std::to_string(boxes.cursor.box);
-        for (int box = 0; box < 3; ++box) {
-            dialog.IPAddressQuadConnect_Enter(box);
-            cursor += std::to_string(boxes.cursor.box);
-        }
-        QCOMPARE(cursor, std::string("10123"));
+        std::string places = play.views.connect.form.focus;
+        for (int box = 0; box < 3; dialog.IPAddressQuadConnect_Enter(box++))
+            places += std::to_string(boxes.cursor.box) + std::to_string(boxes.cursorMoved);
+        QCOMPARE(places, std::string("ConnectIPOption011223"));
         // What is shown and kept after the box is left.
-        checkRows({{"0", "/0"}, {"1", "1/1"}, {"255", "255/255"}, {"256", "/"}, {"007", "007/7"}},
+        checkRows({{"0", "/0"}, {"1", "1/1"}, {"255", "255/255"}, {"007", "007/7"}},
                   [&](const std::string &typed) {
                       dialog.IPAddressQuadConnect_Change({2, 0, 3}, typed);
                       dialog.IPAddressQuadConnect_Left(2);
@@ -306,62 +273,21 @@ private Q_SLOTS:
 
     void starts() {
         TestProgram kvn;
-        const LinkStatusView down{.caption = "Not Connected"};
-        QVERIFY(kvn.views.main.status == down && kvn.views.units.status == down);
-        kvn.program.startForm.minimise(true);
+        QVERIFY(kvn.views.main.status == LinkStatusView{.caption = "Not Connected"});
         kvn.files.contentsOf["program/KVNConfigurator.ini"] = "KVN NAME = Hall\r\n";
         for (const std::string failure : {"", "unreadable"}) {
             kvn.files.readFailure = failure;
             kvn.answerMessages();
             kvn.program.start();
             QCOMPARE(kvn.loaded() + kvn.messages, "frmMain" + failure);
-            QVERIFY(!kvn.views.main.form.minimised);
             QCOMPARE(kvn.program.savedUnits.ControlBlockCount, 1);
         }
         kvn.openPanel();
         kvn.program.startForm.minimise(true);
         kvn.program.panelForm.unload();
         QVERIFY(!kvn.views.main.form.minimised);
-    }
-
-    // "m", "b" and "q" show a message, the box and the question, "M", "B" and "Q" close them, "y"
-    // and "n" answer: what is begun and ended when, and what was read.
-    void messages() {
-        checkRows(
-            {{"mM", "mMMm m|Are You Sure You Want to|Do You Want to Switch to the New Project?\r\n "
-                    "frmMain"},
-             {"mmM", "mmMMmm mm|Are You Sure You Want to|Do You Want to Switch to the New "
-                     "Project?\r\n frmMain"},
-             {"mbMB", "mbMMBBbm m|mb|Do You Want to Switch to the New Project?\r\n frmMain"},
-             {"bmBM", "bmBBMMmb bm|b|Do You Want to Switch to the New Project?\r\n frmMain"},
-             {"qQ", "qQQq Are You Sure You Want to|Are You Sure You Want to|q frmMain"},
-             {"qyqQ",
-              "qyy+q+qQQ+q+ Are You Sure You Want to|Are You Sure You Want to|qyy+q+q frmMain"},
-             {"qyqnqQ", "qyy+q+qnnqqQQq Are You Sure You Want to|Are You Sure You Want "
-                        "to|qyy+q+qnnqq frmMain"}},
-            [](const std::string &steps) {
-                TestProgram kvn;
-                Messages &user = kvn.program.messages;
-                const MessageViews &views = kvn.views.messages;
-                std::string log;
-                const std::map<char, std::function<void()>> acts{{'m', [&] { user.ShowMessage(log); }},
-                                                                 {'b', [&] { user.ShowPlainBox(log); }},
-                                                                 {'q', [&] { user.AskYesNo(log); }},
-                                                                 {'M', [&] { user.dlgOK().unload(); }},
-                                                                 {'B', [&] { user.plainBox().unload(); }},
-                                                                 {'Q', [&] { user.dlgYesNo().unload(); }},
-                                                                 {'y', [&] { user.answer(true); }},
-                                                                 {'n', [&] { user.answer(false); }}};
-                for (const char step : steps)
-                    kvn.pump.in(0.0, [&, step] {
-                        log += step;
-                        acts.at(step)();
-                        log += std::string(1, step) + (user.answered() ? "+" : "");
-                    });
-                kvn.pump.runFor(1.0, [] { return false; });
-                return log + " " + views.dlgOK.OKLabel.text + "|" + views.plainBox.OKLabel.text +
-                       "|" + views.dlgYesNo.YesNoText.text + " " + kvn.loaded();
-            });
+        kvn.program.startForm.MainControlButton_Click(2);
+        QCOMPARE(kvn.loaded(), std::string("dlgControlExisting frmMain"));
     }
 };
 
