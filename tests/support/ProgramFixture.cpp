@@ -1,9 +1,12 @@
 #include "support/ProgramFixture.h"
 
+#include "ProgramLook.h"
+
 #include <QApplication>
 #include <QtTest/QtTest>
 
 ProgramFixture::ProgramFixture(UnitOptions options) : FakeMachine(std::move(options)) {
+    applyProgramLook();
     pump.eachTurn = [] { QCoreApplication::processEvents(); };
     program.start();
     windows.refresh();

@@ -1,8 +1,7 @@
-#include "DialogsTest.h"
-
 #include "QtEventPump.h"
 #include "hands.h"
 #include "look.h"
+#include "support/ProgramFixture.h"
 #include "support/checkRows.h"
 
 #include <QAction>
@@ -23,6 +22,32 @@ const std::string SavedUnit = "KVN NAME = A<b>\r\nKVN TYPE = SERIAL\r\n";
 const std::string OtherUnit = "KVN NAME = B\r\nKVN TYPE = ETHER\r\nKVN IP = 192.168.1.20  \r\n";
 
 } // namespace
+
+/// All windows but the panel.
+class DialogsTest : public QObject {
+    Q_OBJECT
+
+    void connectOverSerial();
+    void openUnits(Operation operation);
+
+    ProgramFixture kvn;
+    Views &views = kvn.program.views;
+
+private Q_SLOTS:
+    void init();
+    void areMadeWhenShownFirst();
+    void showListsAndAddresses();
+    void showTheirViews();
+    void showTheLink();
+    void closeInEveryWay();
+    void startWindowReports();
+    void aMessageOverAModalDialogIsAnswered();
+    void connectDialogReports();
+    void unitsReport();
+    void keysPickTheFirstUnitFirst();
+    void presetsReport();
+    void endInTheRealEventLoop();
+};
 
 void DialogsTest::init() {
     for (FormView *form : views.forms())
@@ -465,3 +490,6 @@ void DialogsTest::endInTheRealEventLoop() {
     QTimer::singleShot(30'000, [] { QCoreApplication::exit(1); });
     QCOMPARE(QApplication::exec(), 0);
 }
+
+QTEST_MAIN(DialogsTest)
+#include "DialogsTest.moc"

@@ -1,6 +1,5 @@
-#include "PanelWindowTest.h"
-
 #include "look.h"
+#include "support/ProgramFixture.h"
 #include "support/checkRows.h"
 
 #include <QAction>
@@ -102,6 +101,26 @@ void moveTo(QWidget *box, const QPointF &at) {
 }
 
 } // namespace
+
+/// The panel's window, on a unit with 32 inputs and outputs, each in the slot of its number.
+class PanelWindowTest : public QObject {
+    Q_OBJECT
+
+    ProgramFixture kvn{{.model = "KVN-32x32-RGBA"}};
+    PanelView &view = kvn.program.views.panel;
+
+private Q_SLOTS:
+    void initTestCase() { kvn.openPanel(); }
+    void init();
+    void showsItsView();
+    void standsWhereItWasDesigned();
+    void showsNamesAsTheyAre();
+    void tabGoesDownAndRight();
+    void reportsClicks();
+    void reportsKeys();
+    void choosesAVolumeByMovementOnly();
+    void opensHelp();
+};
 
 void PanelWindowTest::init() {
     kvn.program.panelForm.LoadForm();
@@ -366,3 +385,6 @@ void PanelWindowTest::opensHelp() {
         return texts;
     });
 }
+
+QTEST_MAIN(PanelWindowTest)
+#include "PanelWindowTest.moc"
