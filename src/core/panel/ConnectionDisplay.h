@@ -15,8 +15,10 @@ public:
     /// is dropped; the lists built from it stay until they are built again.
     void LightConnectedOutputLamps();
 
+    /// Put lamps out, and drop the picked outputs with them.
     void ClearOutputLamps();
     void ClearInputOutputLamps();
+
     void ClearSelectedOutputList();
 
 private:

@@ -107,8 +107,6 @@ void RouteSelection::clickOutput(int slot, RouteKind kind) {
         groups.EnableVidandAudButtons();
 }
 
-void RouteSelection::InitSelectedOutputs() { panel.SelectedOutputs.fill({}); }
-
 void RouteSelection::AddOutput2Selected() {
     panel.SelectedOutputs[panel.CurrentOutput] = std::to_string(panel.CurrentOutput);
 }
@@ -228,7 +226,6 @@ void RouteSelection::take() {
 }
 
 void RouteSelection::clear() {
-    InitSelectedOutputs();
     emptyHolders();
     display.ClearInputOutputLamps();
     slots.InitializeInputOutputNumbers();
@@ -242,7 +239,7 @@ void RouteSelection::forget() {
     panel.CurrentInput = 0;
     panel.CurrentOutput = 0;
     panel.VolumeWaiting = false;
-    InitSelectedOutputs();
+    display.ClearSelectedOutputList();
     emptyHolders();
     view.TakeButton.face = Face::Neutral;
 }

@@ -38,7 +38,6 @@ private:
     void setInputLamps(int input, RouteKind kind, bool lit);
     void setOutputLamps(int slot, RouteKind kind, bool lit);
     void disableOtherKinds(RouteKind kind);
-    void InitSelectedOutputs();
     void AddOutput2Selected();
     void ClearOutputIfSelected(int output);
     void ProcessSelectedOutput();

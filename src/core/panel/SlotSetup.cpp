@@ -13,7 +13,6 @@ void showSlot(PanelView &view, Side side, int slot, int number, bool audio) {
             continue;
         Control &control = (view.*array.controls)[slot];
         control.visible = true;
-        control.lit = false;
         if (array.kind == ControlKind::Label)
             control.text = std::to_string(number);
         else if (array.videoCaption)
@@ -26,7 +25,6 @@ void readySlot(PanelView &view, Side side, int slot, const std::string &number) 
         if (array.side != side)
             continue;
         Control &control = (view.*array.controls)[slot];
-        control.lit = false;
         control.enabled = true;
         if (array.kind == ControlKind::Label)
             control.text = number;

@@ -11,10 +11,10 @@ public:
     /// Hides every slot; what it shows is as designed then.
     void ClearInputsOutputs();
 
-    /// Shows the model's slots with plain numbers, unlit lamps and the captions of its look.
+    /// Shows the model's slots with plain numbers and the captions of its look.
     void InitializeInputOutputNumbers();
 
-    /// The numbers as "In1" and "Out1", lamps unlit, all buttons enabled.
+    /// The numbers as "In1" and "Out1", all buttons enabled.
     void InitializeInputButtons();
     void InitializeOutputButtons();
 

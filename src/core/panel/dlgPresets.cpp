@@ -54,7 +54,10 @@ void dlgPresets::ExitPresets_Click() {
 void dlgPresets::execute() {
     if (panel.CurrentPreset == 0)
         return;
-    const AtExit disarm([this] {
+    const AtExit disarm([this, executed = panel.CurrentPreset, mine = showing()] {
+        // What was chosen in a later opening waits for its own execution.
+        if (!isShowing(mine) && panel.CurrentPreset != executed)
+            return;
         view.ExecutePresetButton.face = Face::Neutral;
         view.NewPresetButton[panel.CurrentPreset].face = Face::Neutral;
         panel.CurrentPreset = 0;

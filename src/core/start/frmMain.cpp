@@ -53,7 +53,6 @@ void frmMain::Connect2CorvaneGetConfiguration() {
         link.IPConnectingFlag = true;
         link.LinkKind = NoLinkKind;
         opens.connectDialog();
-        pump.runUntil([this] { return !link.IPConnectingFlag; });
     }
     if (!isShowing(mine) || !view.status.showsConnected())
         return;
