@@ -72,8 +72,7 @@ bool AddressBoxes::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
         if (entered && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
-            if (!key->isAutoRepeat())
-                entered(number);
+            entered(number);
             return true;
         }
     }

@@ -79,9 +79,8 @@ bool StartWindow::eventFilter(QObject *watched, QEvent *event) {
                   statusLabel->rect().contains(mouse->position().toPoint());
     } else if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        clicked =
-            !key->isAutoRepeat() && (key->key() == Qt::Key_Space || key->key() == Qt::Key_Return ||
-                                     key->key() == Qt::Key_Enter);
+        clicked = key->key() == Qt::Key_Space || key->key() == Qt::Key_Return ||
+                  key->key() == Qt::Key_Enter;
     }
     if (!clicked)
         return Window::eventFilter(watched, event);

@@ -220,7 +220,7 @@ void UnitsWindow::refreshRest() {
 void UnitsWindow::keyPressEvent(QKeyEvent *event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool onButton = qobject_cast<QAbstractButton *>(focusWidget()) != nullptr;
-    if (enter && !onButton && !event->isAutoRepeat())
+    if (enter && !onButton)
         report([this] { dialog.AddCorvaneCommand_Click(); });
     else
         Window::keyPressEvent(event);

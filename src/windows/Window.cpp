@@ -64,7 +64,6 @@ void Window::whenClicked(QAbstractButton *button, std::function<void()> action) 
 
 void Window::whenKey(const QKeySequence &keys, std::function<void()> action) {
     auto *shortcut = new QShortcut(keys, this);
-    shortcut->setAutoRepeat(false);
     connect(shortcut, &QShortcut::activated, this,
             [this, action = std::move(action)] { report(action); });
 }
@@ -183,7 +182,7 @@ void Window::changeEvent(QEvent *event) {
 void Window::keyPressEvent(QKeyEvent *event) {
     auto *button = qobject_cast<QAbstractButton *>(focusWidget());
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && button && !event->isAutoRepeat())
+    if (enter && button)
         button->click();
     else
         QWidget::keyPressEvent(event);

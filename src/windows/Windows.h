@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KeyRepeat.h"
 #include "Program.h"
 #include "Window.h"
 
@@ -28,6 +29,7 @@ private:
     void refreshAll();
 
     Program &program;
+    KeyRepeat keyRepeat;
     std::vector<Entry> entries;
     bool refreshing = false;
     bool changedMeanwhile = false;
