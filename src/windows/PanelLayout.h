@@ -15,6 +15,8 @@ inline constexpr TwipRect PanelArea{0, 0, 13965, 10350};
 
 inline constexpr TwipRect InputsCard{120, 735, 13725, 2790};
 inline constexpr TwipRect OutputsCard{120, 3960, 13725, 4395};
+/// Between the cards, where the tool tips of both hide nothing.
+inline constexpr TwipRect TipStrip{1680, 3525, 12165, 435};
 inline constexpr TwipRect LinkPicturesPlace{10200, 225, 750, 405};
 inline constexpr TwipRect StatusLabelPlace{11580, 300, 1635, 255};
 

@@ -7,8 +7,11 @@
 #include "VolumeBox.h"
 #include "start/HelpTexts.h"
 
+#include <QApplication>
+#include <QHelpEvent>
 #include <QMenuBar>
 #include <QTextDocument>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -47,6 +50,9 @@ PanelWindow::PanelWindow(KVN32x32Audio &panelForm, const PanelView &panelView,
     for (const SingleControl &single : SingleControls)
         buildSingle(single);
     buildStatus();
+    sheet->installEventFilter(this);
+    for (const Placed &placed : placedControls)
+        placed.widget->installEventFilter(this);
     orderTabs();
     whenKey(Qt::Key_F9, [this] { panel.TakeButton_Click(); });
     whenKey(Qt::Key_Escape, [this] { panel.ClearButton_Click(); });
@@ -194,6 +200,45 @@ void PanelWindow::showName() {
     const QString name = shown(view.KVNNameLabel.text);
     label->setText(label->fontMetrics().elidedText(name, Qt::ElideRight, label->width()));
     label->setToolTip(name.isEmpty() ? name : Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal));
+}
+
+bool PanelWindow::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() != QEvent::ToolTip)
+        return Window::eventFilter(watched, event);
+    showTip(sheet->mapFromGlobal(static_cast<QHelpEvent *>(event)->globalPos()));
+    return true;
+}
+
+void PanelWindow::showTip(const QPoint &pointer) {
+    // By place: the pointer goes through the lamps.
+    const auto under = [&pointer](const Placed &placed) {
+        return placed.widget->isVisible() && !placed.widget->toolTip().isEmpty() &&
+               placed.widget->geometry().contains(pointer);
+    };
+    const auto placed = std::find_if(placedControls.begin(), placedControls.end(), under);
+    if (placed == placedControls.end()) {
+        QToolTip::hideText();
+        return;
+    }
+    QToolTip::showText(sheet->mapToGlobal(pointer), placed->widget->toolTip(), placed->widget);
+    for (QWidget *tip : QApplication::topLevelWidgets()) {
+        if (!tip->inherits("QTipLabel") || !tip->isVisible())
+            continue;
+        tip->setFont(sheet->font());
+        tip->resize(tip->sizeHint());
+        tip->move(sheet->mapToGlobal(tipPlace(*placed, pointer, tip->size())));
+    }
+}
+
+QPoint PanelWindow::tipPlace(const Placed &placed, const QPoint &pointer, const QSize &tip) const {
+    const QRect strip = onSheet(TipStrip, sheet->size());
+    const bool onCard =
+        placed.place.y > InputsCard.y && placed.place.y < OutputsCard.y + OutputsCard.height;
+    if (!onCard)
+        return {placed.widget->geometry().center().x() - tip.width() / 2,
+                placed.widget->geometry().bottom() + 2};
+    const int left = std::min(pointer.x() - tip.width() / 2, strip.right() - tip.width());
+    return {std::max(left, strip.left()), strip.center().y() - tip.height() / 2};
 }
 
 QFont PanelWindow::fittingFont() const {

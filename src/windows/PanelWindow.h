@@ -18,6 +18,7 @@ public:
 protected:
     void refreshRest() override;
     void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Placed {
@@ -38,6 +39,9 @@ private:
     void layOut();
     void place(Placed &placed) const;
     void showName();
+    void showTip(const QPoint &pointer);
+    [[nodiscard]] QPoint tipPlace(const Placed &placed, const QPoint &pointer,
+                                  const QSize &tip) const;
     [[nodiscard]] QFont fittingFont() const;
 
     KVN32x32Audio &panel;

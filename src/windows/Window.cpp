@@ -126,6 +126,12 @@ void Window::refreshBound() {
         const Control &control = *binding.control;
         if (binding.shown == control)
             continue;
+        const Control before = binding.shown.value_or(Control{});
+        // What a widget says of itself stays where the control says nothing.
+        if (control.toolTip != before.toolTip)
+            binding.widget->setToolTip(tipOf(control.toolTip));
+        if (control.description != before.description)
+            binding.widget->setAccessibleDescription(QString::fromStdString(control.description));
         binding.shown = control;
         binding.showText(*binding.widget, control);
         binding.widget->setEnabled(control.enabled);

@@ -83,6 +83,7 @@ void Windows::refresh() {
 }
 
 void Windows::refreshAll() {
+    program.panelForm.describe();
     // What goes first, so that what comes up keeps the focus.
     for (const Entry &entry : entries) {
         if (entry.window && !entry.view->loaded)

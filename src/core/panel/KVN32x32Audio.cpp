@@ -2,6 +2,7 @@
 
 #include "forms/AtExit.h"
 #include "machine/LinkError.h"
+#include "panel/PanelTexts.h"
 #include "protocol/CommandTexts.h"
 
 #include <utility>
@@ -174,6 +175,11 @@ void KVN32x32Audio::unload() {
     }
     status.handleZarnConnectedFlag();
     around.restoreStartWindow();
+}
+
+void KVN32x32Audio::describe() {
+    if (isLoaded())
+        describePanel(view, panel, unit.model);
 }
 
 void KVN32x32Audio::TurnOffEcho() { talk.SendCommand(std::string(command::EchoOff)); }

@@ -33,6 +33,10 @@ public:
     /// Closes the panel and the link.
     void unload() override;
 
+    /// Brings tool tips and descriptions up to date with what else the panel shows. Called before
+    /// it is shown.
+    void describe();
+
     /// Sends the echo-off command.
     /// @throws LinkError
     void TurnOffEcho();
