@@ -20,6 +20,7 @@
 namespace {
 
 constexpr double DesignFontPixels = 11.0;
+constexpr double TipFontPixels = 13.0;
 constexpr int SmallestFontPixels = 6;
 constexpr double SmallestScale = 0.75; // below that the captions cannot be read
 constexpr int TabRowTwips = 180;
@@ -220,25 +221,25 @@ void PanelWindow::showTip(const QPoint &pointer) {
         QToolTip::hideText();
         return;
     }
+    QFont font = sheet->font();
+    font.setPixelSize(static_cast<int>(TipFontPixels * sheetScale(sheet->size())));
     QToolTip::showText(sheet->mapToGlobal(pointer), placed->widget->toolTip(), placed->widget);
     for (QWidget *tip : QApplication::topLevelWidgets()) {
         if (!tip->inherits("QTipLabel") || !tip->isVisible())
             continue;
-        tip->setFont(sheet->font());
+        tip->setFont(font);
         tip->resize(tip->sizeHint());
         tip->move(sheet->mapToGlobal(tipPlace(*placed, pointer, tip->size())));
     }
 }
 
 QPoint PanelWindow::tipPlace(const Placed &placed, const QPoint &pointer, const QSize &tip) const {
-    const QRect strip = onSheet(TipStrip, sheet->size());
     const bool onCard =
         placed.place.y > InputsCard.y && placed.place.y < OutputsCard.y + OutputsCard.height;
-    if (!onCard)
-        return {placed.widget->geometry().center().x() - tip.width() / 2,
-                placed.widget->geometry().bottom() + 2};
+    const QRect strip = onCard ? onSheet(TipStrip, sheet->size()) : sheet->rect();
     const int left = std::min(pointer.x() - tip.width() / 2, strip.right() - tip.width());
-    return {std::max(left, strip.left()), strip.center().y() - tip.height() / 2};
+    return {std::max(left, strip.left()), onCard ? strip.center().y() - tip.height() / 2
+                                                 : placed.widget->geometry().bottom() + 2};
 }
 
 QFont PanelWindow::fittingFont() const {

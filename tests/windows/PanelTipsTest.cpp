@@ -33,6 +33,8 @@ private Q_SLOTS:
     void hideNoControl() {
         ProgramFixture kvn({.model = "KVN-32x32-RGBA"});
         kvn.openPanel();
+        for (int output = 1; output <= 32; ++output)
+            kvn.click(Panel, "OutputVidAudButtons_" + std::to_string(output));
         QWidget *const sheet = kvn.part(Panel, "TakeButton")->parentWidget();
         const int menu = kvn.window(Panel)->height() - sheet->height();
         for (const QSize size : {QSize(698, 518), QSize(931, 690), QSize(1862, 1380)}) {
