@@ -1,15 +1,28 @@
 #include "QtSerialPort.h"
 
 #include "ComPortNames.h"
-#include "machine/LinkError.h"
+#include "DeviceLook.h"
 
 #include <QStringList>
 
 #include <utility>
 
 namespace {
+
 constexpr qint64 ReadBufferBytes = qint64{1} << 20;
+
+LinkFailure failureOf(QSerialPort::SerialPortError error) {
+    switch (error) {
+    case QSerialPort::PermissionError:
+        return LinkFailure::NotPermitted;
+    case QSerialPort::DeviceNotFoundError:
+        return LinkFailure::NoDevice;
+    default:
+        return LinkFailure::Other;
+    }
 }
+
+} // namespace
 
 QtSerialPort::QtSerialPort(std::string appPath) : programFolder(std::move(appPath)) {
     port.setReadBufferSize(ReadBufferBytes);
@@ -40,19 +53,30 @@ void QtSerialPort::noteError(QSerialPort::SerialPortError error) {
 std::string QtSerialPort::place() const {
     if (current.number == 0)
         return "the serial port";
-    return "COM" + std::to_string(current.number) + " (" + current.name + ")";
+    return number() + " (" + current.name + ")";
+}
+
+void QtSerialPort::fail(const char *tried, const std::string &reason, LinkFailure kind) const {
+    const LinkError error(tried, place(), reason, kind);
+    throw error;
 }
 
 SerialDevice QtSerialPort::device(int number) const {
     return {number, comPortDevice(programFolder, number)};
 }
 
+std::vector<SerialDeviceFacts> QtSerialPort::look(const std::vector<SerialDevice> &devices) const {
+    return factsOf(devices);
+}
+
+std::string QtSerialPort::holder(const SerialDevice &device) const { return holderOf(device.name); }
+
 void QtSerialPort::configure(std::string_view settings) {
     const QStringList fields =
         QString::fromLatin1(settings.data(), static_cast<qsizetype>(settings.size()))
             .split(QLatin1Char(','));
     if (fields.size() != 4)
-        throw LinkError("Setting", place(), "unknown port settings");
+        fail("Setting", "unknown port settings");
     const QString &parity = fields[1];
     port.setBaudRate(fields[0].toInt());
     port.setParity(parity == QLatin1String("E")   ? QSerialPort::EvenParity
@@ -71,13 +95,14 @@ void QtSerialPort::open(const SerialDevice &device, std::string_view settings) {
     configure(settings);
     if (!port.open(QIODevice::ReadWrite)) {
         failure = port.errorString().toStdString();
-        throw LinkError("Opening", place(), failure);
+        fail("Opening", failure, failureOf(port.error()));
     }
 }
 
 void QtSerialPort::close() {
-    if (port.isOpen())
+    if (port.isOpen()) {
         port.close();
+    }
     failure = "the port is not open";
 }
 
@@ -87,12 +112,14 @@ void QtSerialPort::discardBuffers() { port.clear(QSerialPort::AllDirections); }
 
 void QtSerialPort::write(std::string_view text) {
     if (!port.isOpen())
-        throw LinkError("Writing to", place(), failure);
+        fail("Writing to", failure);
     const auto length = static_cast<qint64>(text.size());
     if (port.write(text.data(), length) != length)
-        throw LinkError("Writing to", place(), port.errorString().toStdString());
+        fail("Writing to", port.errorString().toStdString());
 }
 
 std::string QtSerialPort::readAll() {
-    return port.isOpen() ? port.readAll().toStdString() : std::string();
+    if (!port.isOpen())
+        return {};
+    return port.readAll().toStdString();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "machine/LinkError.h"
 #include "machine/SerialPort.h"
 
 #include <QSerialPort>
@@ -11,6 +12,9 @@ public:
     explicit QtSerialPort(std::string appPath);
 
     [[nodiscard]] SerialDevice device(int number) const override;
+    [[nodiscard]] std::vector<SerialDeviceFacts>
+    look(const std::vector<SerialDevice> &devices) const override;
+    [[nodiscard]] std::string holder(const SerialDevice &device) const override;
     void open(const SerialDevice &device, std::string_view settings) override;
     void close() override;
     [[nodiscard]] bool isOpen() const override;
@@ -20,6 +24,9 @@ public:
 
 private:
     [[nodiscard]] std::string place() const;
+    [[nodiscard]] std::string number() const { return "COM" + std::to_string(current.number); }
+    [[noreturn]] void fail(const char *tried, const std::string &reason,
+                           LinkFailure kind = LinkFailure::Other) const;
     void configure(std::string_view settings);
     void noteError(QSerialPort::SerialPortError error);
 

@@ -31,6 +31,8 @@ MessageWindow::MessageWindow(const char *name, const char *caption, Form &messag
 
 void MessageWindow::refreshRest() {
     OKLabel->setText(QString::fromStdString(view.OKLabel.text));
+    showHints(*this, shownLabel, view.OKLabel);
+    shownLabel = view.OKLabel;
     if (std::exchange(shownRaised, view.form.raised) == view.form.raised)
         return;
     OKButton->setFocus();

@@ -16,5 +16,6 @@ private:
     const MessageView &view;
     QLabel *OKLabel;
     QAbstractButton *OKButton;
+    Control shownLabel;
     int shownRaised = 0;
 };

@@ -11,10 +11,12 @@ inline QString shown(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// A text of UTF-8 as a tool tip, which is plain text whatever it looks like.
+/// A text of UTF-8 as a tool tip, which is plain text whatever it looks like. Lines of a longer one
+/// are wrapped.
 inline QString tipOf(const std::string &utf8) {
     const QString text = QString::fromStdString(utf8);
-    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
+    const bool plain = !Qt::mightBeRichText(text) && !text.contains(QLatin1Char('\n'));
+    return plain ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
 }
 
 inline std::string typed(const QString &text) { return text.toLatin1().toStdString(); }

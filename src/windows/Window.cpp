@@ -126,12 +126,7 @@ void Window::refreshBound() {
         const Control &control = *binding.control;
         if (binding.shown == control)
             continue;
-        const Control before = binding.shown.value_or(Control{});
-        // What a widget says of itself stays where the control says nothing.
-        if (control.toolTip != before.toolTip)
-            binding.widget->setToolTip(tipOf(control.toolTip));
-        if (control.description != before.description)
-            binding.widget->setAccessibleDescription(QString::fromStdString(control.description));
+        showHints(*binding.widget, binding.shown.value_or(Control{}), control);
         binding.shown = control;
         binding.showText(*binding.widget, control);
         binding.widget->setEnabled(control.enabled);
@@ -192,6 +187,13 @@ void Window::keyPressEvent(QKeyEvent *event) {
         button->click();
     else
         QWidget::keyPressEvent(event);
+}
+
+void showHints(QWidget &widget, const Control &before, const Control &now) {
+    if (before.toolTip != now.toolTip)
+        widget.setToolTip(tipOf(now.toolTip));
+    if (before.description != now.description)
+        widget.setAccessibleDescription(QString::fromStdString(now.description));
 }
 
 void keepPlaceWhenHidden(QWidget *widget) {

@@ -98,6 +98,10 @@ template <class Widget> Widget *named(Widget *widget, const char *name) {
     return widget;
 }
 
+/// Shows the tool tip and the description of a control, as far as they differ from `before`. A
+/// widget keeps its own where the control never had any.
+void showHints(QWidget &widget, const Control &before, const Control &now);
+
 /// Lets a widget keep its place while it is hidden.
 void keepPlaceWhenHidden(QWidget *widget);
 

@@ -1,6 +1,7 @@
 #include "PlatformTest.h"
 
 #include "ComPortNames.h"
+#include "DeviceLook.h"
 #include "QtEventPump.h"
 #include "QtSerialPort.h"
 #include "QtTcpSocket.h"
@@ -9,6 +10,7 @@
 #include "support/failureOf.h"
 #include "support/toString.h"
 
+#include <QFileInfo>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
@@ -16,6 +18,7 @@
 
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <pty.h>
 #include <termios.h>
 #include <unistd.h>
@@ -185,19 +188,59 @@ void PlatformTest::serialPortsThatDoNotOpen() {
     Place place;
     QtSerialPort other(place.path);
     other.open(other.device(7), "38400,N,8,1");
-    for (const auto &[number, failure] :
-         {std::pair(20, std::string("(/dev/ttyACM7) failed: No such file or directory.")),
-          {7, "(" + place.com7 + ") failed: Permission error while locking the device."}}) {
-        QCOMPARE(failureOf<LinkError>([&, mine = number] {
-                     place.port.open(place.port.device(mine), "38400,N,8,1");
-                 }),
+    for (const auto &[number, kind, failure] :
+         {std::tuple(20, LinkFailure::NoDevice,
+                     std::string("(/dev/ttyACM7) failed: No such file or directory.")),
+          {7, LinkFailure::NotPermitted,
+           "(" + place.com7 + ") failed: Permission error while locking the device."}}) {
+        LinkError thrown("", "", "");
+        try {
+            place.port.open(place.port.device(number), "38400,N,8,1");
+        } catch (const LinkError &error) {
+            thrown = error;
+        }
+        QCOMPARE(std::string(thrown.what()),
                  "Opening COM" + std::to_string(number) + " " + failure);
+        QVERIFY(thrown.failure() == kind && failure.ends_with(thrown.reason() + "."));
         QVERIFY(!place.port.isOpen());
     }
     QVERIFY(other.isOpen());
+    const std::string me =
+        "machine_tests (process " + std::to_string(QCoreApplication::applicationPid()) + ")";
+    QCOMPARE(place.port.holder(place.port.device(7)), me); // by its lock
     other.close();
+    QCOMPARE(place.port.holder(place.port.device(7)), std::string());
+    const int opened = ::open(place.com7.c_str(), O_RDWR | O_NOCTTY);
+    QCOMPARE(place.port.holder(place.port.device(7)), me); // without a lock
+    ::close(opened);
     place.port.open(place.port.device(7), "38400,N,8,1");
     QVERIFY(place.port.isOpen());
+}
+
+void PlatformTest::looksAtDevices() {
+    using Presence = SerialDeviceFacts::Presence;
+    const Place place;
+    const std::string closed = place.path + "/closed";
+    const std::string broken = place.path + "/broken";
+    std::ofstream(closed).close();
+    fs::permissions(place.path, fs::perms(0755));
+    fs::permissions(closed, fs::perms(0));
+    fs::create_symlink(place.path + "/nothing", broken);
+    // The administrator may open everything.
+    const bool root = ::geteuid() == 0;
+    if (root)
+        QCOMPARE(::setresuid(65534, 65534, 0), 0);
+    const auto facts =
+        factsOf({{1, place.com7}, {2, closed}, {3, broken}, {4, place.path + "/nothing"}});
+    if (root)
+        QCOMPARE(::setresuid(0, 0, 0), 0);
+    QVERIFY(facts.size() == 4 && facts[0].presence == Presence::There &&
+            facts[1].presence == Presence::There && facts[2].presence == Presence::NameOnly &&
+            facts[3].presence == Presence::Missing);
+    QVERIFY(!facts[1].mayOpen && !facts[1].groupMayOpen);
+    QCOMPARE(facts[1].owner,
+             root ? "root" : QFileInfo(QString::fromStdString(closed)).owner().toStdString());
+    QVERIFY(facts[1].membership == SerialDeviceFacts::Membership::Now);
 }
 
 void PlatformTest::tellsThatTheDeviceIsGone() {

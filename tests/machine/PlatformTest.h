@@ -12,6 +12,7 @@ private Q_SLOTS:
     void showsBeforeEventsRun();
     void setsUpTheSerialPort();
     void serialPortsThatDoNotOpen();
+    void looksAtDevices();
     void tellsThatTheDeviceIsGone();
     void namesDevices();
     void talksToASocket();

@@ -1,7 +1,5 @@
 #include "support/FakeSerialPort.h"
 
-#include "machine/LinkError.h"
-
 #include <utility>
 
 void FakeSerialPort::vanish() {
@@ -15,12 +13,26 @@ SerialDevice FakeSerialPort::device(int number) const {
     return {number, renamed == devices.end() ? "tty" + std::to_string(number) : renamed->second};
 }
 
+std::vector<SerialDeviceFacts> FakeSerialPort::look(const std::vector<SerialDevice> &asked) const {
+    std::vector<SerialDeviceFacts> all;
+    for (const SerialDevice &device : asked) {
+        const auto known = facts.find(device.number);
+        all.push_back(known != facts.end() ? known->second : SerialDeviceFacts());
+        if (present.contains(device.number))
+            all.back().presence = SerialDeviceFacts::Presence::There;
+    }
+    return all;
+}
+
 void FakeSerialPort::open(const SerialDevice &device, std::string_view settings) {
     const std::string number = std::to_string(device.number);
     openPort = 0;
     lastPort = device.number;
-    if (!present.contains(device.number))
-        throw LinkError("Opening", "COM" + number, "no such device");
+    if (!present.contains(device.number)) {
+        const auto failure = failures.find(device.number);
+        throw LinkError("Opening", "COM" + number, "no such device",
+                        failure != failures.end() ? failure->second : LinkFailure::NoDevice);
+    }
     openPort = device.number;
     const bool usual = device.name == "tty" + number;
     log.push_back("open " + number + " " + std::string(settings) +

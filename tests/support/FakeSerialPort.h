@@ -1,5 +1,6 @@
 #pragma once
 
+#include "machine/LinkError.h"
 #include "machine/SerialPort.h"
 #include "support/FakeWire.h"
 
@@ -14,10 +15,13 @@ public:
     explicit FakeSerialPort(FakePump &pump) : wire(pump) {}
 
     FakeWire wire;
-    std::set<int> present;                 ///< ports that open
-    std::optional<std::size_t> writeLimit; ///< bytes that still go out before a write fails
-    std::map<int, std::string> devices;    ///< of ports that are not tty and the number
-    std::vector<std::string> log;          ///< "open 7 38400,N,8,1", "close"
+    std::set<int> present;                  ///< ports that open
+    std::optional<std::size_t> writeLimit;  ///< bytes that still go out before a write fails
+    std::map<int, std::string> devices;     ///< of ports that are not tty and the number
+    std::map<int, LinkFailure> failures;    ///< of ports that do not open; the others': NoDevice
+    std::map<int, SerialDeviceFacts> facts; ///< of ports that are not just there
+    std::string holderName;                 ///< of every port
+    std::vector<std::string> log;           ///< "open 7 38400,N,8,1", "close"
 
     /// Takes the open device away, as when its cable is pulled, and tells so.
     void vanish();
@@ -25,6 +29,9 @@ public:
     void receive(std::string_view bytes) { input += bytes; }
 
     [[nodiscard]] SerialDevice device(int number) const override;
+    [[nodiscard]] std::vector<SerialDeviceFacts>
+    look(const std::vector<SerialDevice> &asked) const override;
+    [[nodiscard]] std::string holder(const SerialDevice &) const override { return holderName; }
     void open(const SerialDevice &device, std::string_view settings) override;
     void close() override;
     [[nodiscard]] bool isOpen() const override { return openPort != 0; }

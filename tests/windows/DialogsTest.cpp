@@ -83,6 +83,7 @@ void DialogsTest::showTheirViews() {
             for (const auto &[name, control] : controls) {
                 auto *widget = kvn.part(window, name);
                 QCOMPARE(name + ": " + look(widget), name + ": " + wanted(widget, *control));
+                QCOMPARE(hints(widget), control->toolTip + "/" + control->description);
                 if (const auto *label = qobject_cast<QLabel *>(widget))
                     QCOMPARE(label->textFormat(), Qt::PlainText);
             }
@@ -202,7 +203,8 @@ void DialogsTest::closeInEveryWay() {
     Program &program = kvn.program;
     MessageViews &messages = views.messages;
     const std::string text = "<b>Gr\u00F6\u00DFe\r\n2";
-    messages.dlgOK.OKLabel.text = messages.plainBox.OKLabel.text = text;
+    messages.dlgOK.OKLabel = {.text = text, .toolTip = "<b>why", .description = "why"};
+    messages.plainBox.OKLabel.text = text;
     messages.dlgYesNo.YesNoText.text = text;
     // clang-format off
     const std::vector<std::tuple<std::string, Form *, const char *, std::string>> windows{
@@ -232,6 +234,7 @@ void DialogsTest::closeInEveryWay() {
                          QRegularExpression(QStringLiteral("OKLabel|YesNoText"))))
                     QVERIFY(label->textFormat() == Qt::PlainText &&
                             label->text().toStdString() == text);
+                QCOMPARE(hints(window), std::string(name == "dlgOK" ? "<b>why/why" : "/"));
                 leave(name, way);
                 QVERIFY2(!window->isVisible() && !form->isLoaded(), (name + " " + way).c_str());
                 QCOMPARE(program.link.IPConnectingFlag, name != "dlgSetup" && name != "dlgConnect");

@@ -48,6 +48,7 @@ void dlgConnect::Form_Load() {
     view.SerialPortsCombo.entries.clear();
     view.SerialPortsCombo.chosen = -1;
     view.Connect2SerialButton.enabled = false;
+    forgetPorts();
     address.fill({});
     view.status.labelVisible = false;
     view.status.linkUp = false;
@@ -190,7 +191,8 @@ void dlgConnect::connectNetwork() {
     }
     // The last attempt must not come through behind the user's back.
     network.IPCheckifPortOpenwithClose();
-    user.ShowMessage("Unable to connect using that IP address, check the address and try again.");
+    user.ShowMessage("Unable to connect using that IP address, check the address and try again.",
+                     link.ConnectFailure);
     if (!isShowing(mine))
         return;
     view.Label2.text = ConnectPrompt;
@@ -218,8 +220,10 @@ void dlgConnect::chooseSerial() {
 
 void dlgConnect::FindCommPorts(int mine) {
     link.PortsFoundCount = 0;
+    forgetPorts();
+    std::vector<PortTest> tests;
     for (int port = 1; port <= LastCommPort; ++port) {
-        serial.TestCommPort(port);
+        tests.push_back(serial.TestCommPort(port));
         if (!isShowing(mine)) {
             // The flag may still be the answer of the test.
             serial.markFailed();
@@ -233,19 +237,43 @@ void dlgConnect::FindCommPorts(int mine) {
         view.SerialPortsCombo.entries.push_back("Comm" + std::to_string(port));
         ++link.PortsFoundCount;
     }
+    view.ports = serial.report(tests);
+    std::erase_if(view.ports, [](const PortReport &report) { return !report.exists; });
+    tellPorts();
     if (link.PortsFoundCount != 0) {
         view.Label1.text = "Found Comm Ports";
         view.SerialPortsCombo.chosen = -1;
     } else {
         user.ShowMessage("There are no COM ports available for updating\r\nClose any serial "
                          "communications programs in use, or connect a USB to Serial "
-                         "Adapter Cable.");
+                         "Adapter Cable.",
+                         view.ConnectSerialOption.toolTip);
         if (!isShowing(mine))
             return;
         choose(Option::None);
         MakeSerialInvisible();
     }
     link.FindingPortsFlag = false;
+}
+
+void dlgConnect::forgetPorts() {
+    view.ports.clear();
+    for (Control *control : {&view.ConnectSerialOption, &view.SerialPortsCombo.control})
+        control->toolTip = control->description = {};
+}
+
+void dlgConnect::tellPorts() {
+    const std::string text = textOf(view.ports);
+    for (Control *control : {&view.ConnectSerialOption, &view.SerialPortsCombo.control})
+        control->toolTip = control->description = text;
+}
+
+void dlgConnect::tellPort(int port, const std::optional<LinkError> &failure) {
+    for (PortReport &report : view.ports) {
+        if (report.number == port)
+            report = serial.report({{{port, report.device}, failure}}).front();
+    }
+    tellPorts();
 }
 
 void dlgConnect::choosePort(int port) {
@@ -258,14 +286,17 @@ void dlgConnect::choosePort(int port) {
 }
 
 void dlgConnect::openPort(int port, int mine) {
+    std::optional<LinkError> failure;
     try {
         serial.OpenSerialPort(port);
-    } catch (const LinkError &) {
+    } catch (const LinkError &error) {
         // Shown by the status below, as every port that does not open.
+        failure = error;
     }
     // A port that has opened is the link in use, whatever became of the dialog.
     if (!link.SerialPortOpen && !isShowing(mine))
         return;
+    tellPort(port, failure);
     link.LinkKind = SerialLinkKind;
     view.status.labelVisible = true;
     view.Connect2SerialButton.enabled = link.SerialPortOpen;

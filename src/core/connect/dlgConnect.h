@@ -20,6 +20,9 @@ struct ConnectView {
     ListControl SerialPortsCombo{.control = {.text = "Select Port"}};
     Control Label1{.text = "Finding Comm Ports"};
     Control Connect2SerialButton{.text = "Connect"};
+    /// What the last search, and a pick since, found of each device. The tool tips and descriptions
+    /// of the serial option and of the port list tell it.
+    std::vector<PortReport> ports;
 };
 
 /// Chooses and opens the link: a network address, or one of the serial ports that are found. A new
@@ -69,6 +72,9 @@ private:
     void chooseNetwork();
     void chooseSerial();
     void FindCommPorts(int mine);
+    void forgetPorts();
+    void tellPorts();
+    void tellPort(int port, const std::optional<LinkError> &failure);
     void choosePort(int port);
     void openPort(int port, int mine);
     void connectNetwork();

@@ -18,9 +18,11 @@ Messages::Messages(MessageState &messageState, MessageViews &messageViews, Event
       box(views.plainBox.form, state.PlainBoxShowing, eventPump),
       question(views.dlgYesNo.form, state.YesNoShowing, eventPump) {}
 
-void Messages::ShowMessage(const std::string &text) {
+void Messages::ShowMessage(const std::string &text, const std::string &detail) {
     state.MessageText = text;
-    views.dlgOK.OKLabel.text = text;
+    Control &label = views.dlgOK.OKLabel;
+    label.text = text;
+    label.toolTip = label.description = detail;
     messageBelongsToModal = modalIsOpen;
     message.showAndWait();
 }

@@ -18,7 +18,7 @@ struct MessageState {
 /// `dlgOK`, and the plain box, which looks the same and blocks all other windows.
 struct MessageView {
     FormView form;
-    Control OKLabel{.text = "Are You Sure You Want to"}; ///< UTF-8
+    Control OKLabel{.text = "Are You Sure You Want to"}; ///< UTF-8; its tool tip is the window's
     Control OKButton{.text = "OK"};
 };
 
@@ -43,8 +43,8 @@ public:
     Messages(MessageState &messageState, MessageViews &messageViews, EventPump &eventPump);
 
     /// Shows `text` in `dlgOK`. One that is open already changes its text, and both callers wait
-    /// for the same close.
-    void ShowMessage(const std::string &text);
+    /// for the same close. `detail` is what the pointer and a screen reader tell beside the text.
+    void ShowMessage(const std::string &text, const std::string &detail = {});
     void ShowPlainBox(const std::string &text);
     /// The answer is left in `YesNoAnswer`.
     void AskYesNo(const std::string &question);

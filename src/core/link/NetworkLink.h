@@ -17,6 +17,7 @@ public:
     /// Connects to `RemoteIPAddress`: up to six attempts of 2 s each. The outcome is
     /// `IPLinkOpenFlag`, which is left as it was when all six attempts pass without an answer or
     /// when `IPConnectingFlag` is cleared meanwhile; so close before calling, and look afterwards.
+    /// Why an attempt failed is left in `ConnectFailure`.
     /// `IPConnectingFlag` stays set unless it was cleared from outside or the link was up already.
     void SetupConnectIP();
 

@@ -27,19 +27,38 @@ SerialLink::~SerialLink() {
     port.lost = [] {};
 }
 
-void SerialLink::TestCommPort(int portNumber) {
+PortTest SerialLink::TestCommPort(int portNumber) {
     pump.runQueued();
+    PortTest test{port.device(portNumber), std::nullopt};
     // One that was opened for use meanwhile stays open.
     if (pump.ended() || port.isOpen())
-        return;
+        return test;
     link.SerialPortOpen = false;
     try {
-        port.open(port.device(portNumber), SettingsForTest);
-    } catch (const LinkError &) {
-        return;
+        port.open(test.device, SettingsForTest);
+    } catch (const LinkError &error) {
+        test.failure = error;
+        return test;
     }
     link.SerialPortOpen = true;
     port.close();
+    return test;
+}
+
+std::vector<PortReport> SerialLink::report(const std::vector<PortTest> &tests) const {
+    std::vector<SerialDevice> devices;
+    devices.reserve(tests.size());
+    for (const PortTest &test : tests)
+        devices.push_back(test.device);
+    const std::vector<SerialDeviceFacts> facts = port.look(devices);
+    std::vector<PortReport> reports;
+    for (std::size_t index = 0; index < tests.size(); ++index) {
+        const PortTest &test = tests[index];
+        const std::string holder =
+            isHeld(test, facts.at(index)) ? port.holder(test.device) : std::string();
+        reports.push_back(reportOn(test, facts.at(index), holder));
+    }
+    return reports;
 }
 
 void SerialLink::open() {

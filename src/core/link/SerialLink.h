@@ -4,6 +4,7 @@
 #include "link/Link.h"
 #include "link/LinkState.h"
 #include "link/LinkStatusDisplay.h"
+#include "link/PortReport.h"
 #include "machine/EventPump.h"
 
 /// The unit on a serial port. A write on a closed port opens the device again that was open, so the
@@ -15,7 +16,10 @@ public:
     ~SerialLink() override;
 
     /// Leaves in `SerialPortOpen` whether COM port `port` can be opened. The port is closed after.
-    void TestCommPort(int port);
+    PortTest TestCommPort(int port);
+
+    /// What the system tells of ports that were tried, one for each.
+    [[nodiscard]] std::vector<PortReport> report(const std::vector<PortTest> &tests) const;
 
     /// Opens COM port `port` for use, which makes it the selected one.
     /// @throws LinkError with `SerialPortOpen` false and the selected port as it was

@@ -3,11 +3,35 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// A serial device under the COM port number that it bears, 1 upward.
 struct SerialDevice {
     int number = 0;
     std::string name; ///< what the system calls it
+};
+
+/// What the system tells of a device that is not opened for it. Texts are UTF-8.
+struct SerialDeviceFacts {
+    enum class Presence {
+        Missing,
+        NameOnly, ///< its name is a link that leads to nothing
+        There
+    };
+    /// Whether the user is in the group that owns the device.
+    enum class Membership {
+        None,
+        AfterLogin, ///< joined the group, but logged in before that
+        Now
+    };
+
+    Presence presence = Presence::Missing;
+    std::string adapter{};     ///< maker and product; empty where the system tells none
+    bool mayOpen = true;       ///< the user has the permission
+    std::string owner{};       ///< of a device that the user may not open
+    std::string group{};       ///< the same
+    bool groupMayOpen = false; ///< whether being in that group gives the permission
+    Membership membership = Membership::None;
 };
 
 /// The machine's serial ports, of which one at a time is open. No handshaking.
@@ -20,6 +44,14 @@ public:
 
     /// The device that bears the number now, whether it exists or not.
     [[nodiscard]] virtual SerialDevice device(int number) const = 0;
+
+    /// What the system tells of the devices, one for each and in their order; opens none.
+    [[nodiscard]] virtual std::vector<SerialDeviceFacts>
+    look(const std::vector<SerialDevice> &devices) const = 0;
+
+    /// The program that holds a device, as "name (process number)"; empty where the system does not
+    /// tell.
+    [[nodiscard]] virtual std::string holder(const SerialDevice &device) const = 0;
 
     /// Opens a device with settings such as "38400,N,8,1": baud rate, parity (N, E, O), data bits,
     /// stop bits. An open port is closed first.

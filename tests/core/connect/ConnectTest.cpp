@@ -50,6 +50,23 @@ const std::vector<std::array<std::string, 2>> Plays{
      "! The buttons of KVN-8x4-C do not fit the panel: ButtonInput has no index 33 (0 to 32). "
      "panel to A#CFG ?\r\n# x2"},
     {"10.0.0.5 frame find look frame", "< > down x0"},
+    {"serial why frame find why frame", "(COM1 (tty1, FTDI)+|COM7 (tty7)+|COM8 (tty8): "
+                                        "held by minicom|COM20 (tty20)+||end) () down x0"},
+    {"serial 7 ok none 1 ok why ethernet why frame",
+     "! ! (COM1 (tty1, FTDI): gone|COM7 (tty7)+|COM8 (tty8): held by minicom|COM20 (tty20)+||plug|"
+     "end) (COM1 (tty1, FTDI): gone|COM7 (tty7)+|COM8 (tty8): held by minicom|COM20 (tty20)+||plug|"
+     "end) down 7 x0"},
+    {"none serial why ok why serial ok frame",
+     "! (COM8 (tty8): held by minicom||end) (COM8 (tty8): held by minicom||end) ! down x0"},
+    {"refuses call @5 why ok tell why ok frame",
+     "! (A refused the connection on port 23 (the host did not take the connection). A device is "
+     "at that address; check that it is the Zarn, and that nobody else is connected to it.) ! () "
+     "told down x2"},
+    {"unreachable call @25 why ok frame",
+     "! (A cannot be reached (the host did not take the connection). Check the address, and the "
+     "network of this computer.) down x12"},
+    {"silent call @25 why ok frame", "! (A gave no answer on port 23. Check the address, and that "
+                                     "the Zarn has power and a network cable.) down x12"},
     {"call @0.4 find", "panel to ACFG ?\r\n# x1"},
     {"call @3 label", "panel down# x1"},
     {"frame tell tell read ok", "! ! told told told down x0"},
@@ -67,6 +84,10 @@ std::string shortened(std::string text) {
           {"Connecting to 10.0.0.5 ", "~"},
           {"10.0.0.5", "A"},
           {"Connected ", ""},
+          {": can be opened", "+"},
+          {": the device is gone", ": gone"},
+          {"Plug in what is gone, then choose Serial Port again.", "plug"},
+          {"End the program that holds a port, then choose Serial Port again.", "end"},
           {"Found Comm Ports: Comm1 Comm7 Comm20", "found"}}) {
         for (auto at = text.find(often); at != std::string::npos; at = text.find(often))
             text.replace(at, often.size(), mark);
@@ -74,14 +95,18 @@ std::string shortened(std::string text) {
     return text;
 }
 
-/// The program, with COM1, 7, 20 and 21, played by words, a tenth of a second apart: what the user
-/// does and what happens to the machine. "@5" lets the next word come at 5 s, "~" in the search
-/// when it has found the first port. A number picks that port, an address is typed, "=" and a text
-/// is what the unit answers to CFG.
+/// The program, with COM1, 7, 20 and 21, and a COM8 that does not open, played by words, a tenth of
+/// a second apart: what the user does and what happens to the machine. "@5" lets the next word come
+/// at 5 s, "~" in the search when it has found the first port. A number picks that port, an address
+/// is typed, "=" and a text is what the unit answers to CFG.
 class Play : public TestProgram {
 public:
     Play() {
         serialPort.present = {1, 7, 20, 21};
+        serialPort.facts[1].adapter = "FTDI";
+        serialPort.facts[8].presence = SerialDeviceFacts::Presence::There;
+        serialPort.failures[8] = LinkFailure::NotPermitted;
+        serialPort.holderName = "minicom";
         pump.eachTurn = [this] { turn(); };
         for (FakeWire *wire : {&serialPort.wire, &socket.wire})
             wire->device = [this, answer = wire->device](std::string_view command) {
@@ -123,6 +148,7 @@ public:
             {"ok", [&] { user.dlgOK().unload(); }},
             {"read", [&] { log += boxes.dlgOK.OKLabel.text + " "; }},
             {"look", [&] { log += shown(); }},
+            {"why", [&] { log += "(" + hint() + ") "; }},
             {"known", [&] { dialog.HandleIPOnly(), dialog.waitUntilLeft(); }},
             {"again", [&] { act("frame"), act("find"); }},
             {"tell", [&] { user.ShowMessage("told"), log += "told "; }},
@@ -145,6 +171,7 @@ public:
             {"slow", [&] { socket.connectDelay = 2.5; }},
             {"answers", host(Host::Answers)},
             {"silent", host(Host::Silent)},
+            {"unreachable", host(Host::Unreachable)},
             {"refuses", host(Host::Refuses)}};
         const auto &ports = views.connect.SerialPortsCombo.entries;
         if (word[0] == '=')
@@ -207,6 +234,21 @@ private:
                (status.linkUp ? " up> " : "> ");
     }
 
+    /// What the pointer and a screen reader tell beside the message, or the serial option and its
+    /// list.
+    [[nodiscard]] std::string hint() const {
+        const bool message = views.messages.dlgOK.form.loaded;
+        const Control &ports = views.connect.SerialPortsCombo.control;
+        const Control &shown =
+            message ? views.messages.dlgOK.OKLabel : views.connect.ConnectSerialOption;
+        if (shown.toolTip != shown.description || (!message && shown.toolTip != ports.toolTip) ||
+            ports.toolTip != ports.description)
+            return "not the same everywhere";
+        std::string text = shown.toolTip;
+        std::ranges::replace(text, '\n', '|');
+        return text;
+    }
+
     /// What does not fit together; the forms, the link, what was sent, what was used.
     [[nodiscard]] std::string outcome() {
         const std::string link = pump.ended() ? "ended" : views.main.status.caption;
@@ -250,6 +292,52 @@ private Q_SLOTS:
                 QCOMPARE(play.run(words), expected);
             }
         }
+    }
+
+    // What is told of a device, its owner and its group: who is in it, and whether that is enough.
+    void reasons() {
+        using enum SerialDeviceFacts::Presence;
+        using enum SerialDeviceFacts::Membership;
+        const auto denied = [](const char *group, bool groupMayOpen, auto member) {
+            return SerialDeviceFacts{There, "", false, "root", group, groupMayOpen, member};
+        };
+        const LinkFailure notPermitted = LinkFailure::NotPermitted;
+        const SerialDeviceFacts free{.presence = There, .adapter = "FTDI UART"};
+        const std::string notYours = "no permission, it belongs to the group dialout";
+        const std::string ownersOnly = "no permission, only its owner root may open it";
+        const std::string join = "To join the group dialout, run this command and log in again:\n"
+                                 "sudo usermod -aG dialout $USER";
+        const std::string joined = "You have joined the group dialout already: log in again.";
+        const std::string plug = "Plug in what is gone, then choose Serial Port again.";
+        const std::string end = "End the program that holds a port, then choose Serial Port again.";
+        for (const auto &[facts, failure, holder, reason, remedy] :
+             {std::tuple(denied("dialout", true, None), notPermitted, "", notYours, join),
+              {denied("dialout", true, AfterLogin), notPermitted, "", notYours, joined},
+              {denied("dialout", true, Now), notPermitted, "", ownersOnly, ""},
+              {denied("root", false, None), notPermitted, "", ownersOnly, ""},
+              {denied("dialout", true, None), LinkFailure::Other, "", "odd", ""},
+              {denied("dialout", true, None), LinkFailure::NoDevice, "", "the device is gone",
+               plug},
+              {free, notPermitted, "minicom (process 12)", "held by minicom (process 12)", end},
+              {free, notPermitted, "", "held by another program", end},
+              {free, LinkFailure::Other, "", "odd", ""},
+              {{NameOnly}, LinkFailure::Other, "", "the device is gone", plug},
+              {{}, notPermitted, "", "the device is gone", plug}}) {
+            const PortTest test{{5, "tty5"}, LinkError("Opening", "COM5", "odd", failure)};
+            const PortReport expected{
+                5,      "tty5", facts.adapter,
+                reason, remedy, facts.presence != SerialDeviceFacts::Presence::Missing};
+            const PortReport report = reportOn(test, facts, holder);
+            QCOMPARE(textOf({report}), textOf({expected}));
+            QVERIFY(report == expected);
+            QCOMPARE(isHeld(test, facts), remedy == end);
+        }
+        // One remedy is enough for all.
+        const PortReport denied1{1, "a", "", notYours, join};
+        QCOMPARE(textOf({denied1, {2, "b", "FTDI", "", ""}, denied1}),
+                 "COM1 (a): " + notYours +
+                     "\nCOM2 (b, FTDI): can be opened\nCOM1 (a): " + notYours + "\n\n" + join);
+        QCOMPARE(textOf({}), std::string("There is no serial device."));
     }
 
     void address() {
