@@ -2,6 +2,7 @@
 
 #include "ComPortNames.h"
 #include "DeviceLook.h"
+#include "LinkLog.h"
 
 #include <QStringList>
 
@@ -45,6 +46,7 @@ void QtSerialPort::noteError(QSerialPort::SerialPortError error) {
             port.close();
             // A read at its end leaves no reason but the one of some earlier call.
             failure = "the device is gone";
+            qCDebug(linkLog).noquote() << linkLine(place() + " is gone");
             lost();
         },
         Qt::QueuedConnection);
@@ -58,6 +60,7 @@ std::string QtSerialPort::place() const {
 
 void QtSerialPort::fail(const char *tried, const std::string &reason, LinkFailure kind) const {
     const LinkError error(tried, place(), reason, kind);
+    qCDebug(linkLog).noquote() << linkLine(error.what());
     throw error;
 }
 
@@ -97,11 +100,13 @@ void QtSerialPort::open(const SerialDevice &device, std::string_view settings) {
         failure = port.errorString().toStdString();
         fail("Opening", failure, failureOf(port.error()));
     }
+    qCDebug(linkLog).noquote() << linkLine(place() + " opened with " + std::string(settings));
 }
 
 void QtSerialPort::close() {
     if (port.isOpen()) {
         port.close();
+        qCDebug(linkLog).noquote() << linkLine(place() + " closed");
     }
     failure = "the port is not open";
 }
@@ -116,10 +121,14 @@ void QtSerialPort::write(std::string_view text) {
     const auto length = static_cast<qint64>(text.size());
     if (port.write(text.data(), length) != length)
         fail("Writing to", port.errorString().toStdString());
+    qCDebug(wireLog).noquote() << wireLine(number(), Way::ToUnit, text);
 }
 
 std::string QtSerialPort::readAll() {
     if (!port.isOpen())
         return {};
-    return port.readAll().toStdString();
+    std::string text = port.readAll().toStdString();
+    if (!text.empty())
+        qCDebug(wireLog).noquote() << wireLine(number(), Way::FromUnit, text);
+    return text;
 }

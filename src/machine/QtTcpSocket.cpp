@@ -1,5 +1,6 @@
 #include "QtTcpSocket.h"
 
+#include "LinkLog.h"
 #include "machine/LinkError.h"
 
 #include <QHostAddress>
@@ -40,6 +41,7 @@ QtTcpSocket::QtTcpSocket() {
     QObject::connect(&socket, &QTcpSocket::connected, &socket, [this] {
         socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
         made = true;
+        qCDebug(linkLog).noquote() << linkLine("Connected to " + place);
         connectComplete();
     });
     QObject::connect(&socket, &QTcpSocket::readyRead, &socket, [this] { dataArrival(); });
@@ -57,8 +59,15 @@ QtTcpSocket::QtTcpSocket() {
 
 void QtTcpSocket::noteError(QAbstractSocket::SocketError error) {
     reason = socket.errorString().toStdString();
+    qCDebug(linkLog).noquote() << linkLine(place + ": " + reason);
     failed = error != QAbstractSocket::ConnectionRefusedError &&
              error != QAbstractSocket::RemoteHostClosedError;
+}
+
+void QtTcpSocket::fail(const std::string &systemReason) const {
+    const LinkError error("Sending to", place, systemReason);
+    qCDebug(linkLog).noquote() << linkLine(error.what());
+    throw error;
 }
 
 SocketState QtTcpSocket::state() const {
@@ -80,13 +89,17 @@ void QtTcpSocket::connectTo(std::string_view host, int port) {
     if (!address) {
         failed = true;
         reason = "not an IP address";
+        qCDebug(linkLog).noquote() << linkLine(place + ": " + reason);
         return;
     }
+    qCDebug(linkLog).noquote() << linkLine("Connecting to " + place);
     socket.connectToHost(*address, static_cast<quint16>(port));
 }
 
 void QtTcpSocket::close() {
     made = false;
+    if (socket.state() != QAbstractSocket::UnconnectedState)
+        qCDebug(linkLog).noquote() << linkLine("Closing " + place);
     if (socket.state() == QAbstractSocket::ConnectedState)
         socket.disconnectFromHost();
     if (socket.state() != QAbstractSocket::UnconnectedState)
@@ -98,11 +111,17 @@ void QtTcpSocket::close() {
 void QtTcpSocket::send(std::string_view text) {
     const auto length = static_cast<qint64>(text.size());
     if (socket.state() != QAbstractSocket::ConnectedState)
-        throw LinkError("Sending to", place, reason);
+        fail(reason);
     if (socket.write(text.data(), length) != length)
-        throw LinkError("Sending to", place, socket.errorString().toStdString());
+        fail(socket.errorString().toStdString());
+    qCDebug(wireLog).noquote() << wireLine(place, Way::ToUnit, text);
 }
 
-std::string QtTcpSocket::readAll() { return socket.readAll().toStdString(); }
+std::string QtTcpSocket::readAll() {
+    std::string text = socket.readAll().toStdString();
+    if (!text.empty())
+        qCDebug(wireLog).noquote() << wireLine(place, Way::FromUnit, text);
+    return text;
+}
 
 std::string QtTcpSocket::failureReason() const { return reason; }

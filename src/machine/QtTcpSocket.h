@@ -17,6 +17,7 @@ public:
     [[nodiscard]] std::string failureReason() const override;
 
 private:
+    [[noreturn]] void fail(const std::string &systemReason) const;
     void noteError(QAbstractSocket::SocketError error);
 
     QTcpSocket socket;

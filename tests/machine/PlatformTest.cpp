@@ -11,6 +11,8 @@
 #include "support/toString.h"
 
 #include <QFileInfo>
+#include <QLoggingCategory>
+#include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
@@ -373,4 +375,60 @@ void PlatformTest::talksToTheSimulator() {
     QCOMPARE(place.arrived(place.port, reply.size()), reply);
     socket.send("CFG ?\r\n");
     QCOMPARE(place.arrived(socket, reply.size()), reply);
+}
+
+namespace {
+QStringList logged;
+}
+
+void PlatformTest::logsOnlyWhatIsAskedFor() {
+    const auto before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &text) { logged << text; });
+    for (const auto &[rules, expected] :
+         {std::pair("", ""),
+          {"corvane.wire=true", "COM7 > CFG ?\\r\\n|COM7 < \\\\a\\x00\\xff|"
+                                "127.0.0.1 port P > CFG ?\\r\\n|127.0.0.1 port P < \\x1b~"},
+          {"corvane.link=true",
+           "COM7 (DEVICE) opened with 38400,N,8,1|COM7 (DEVICE) closed|"
+           "Opening COM20 (/dev/ttyACM7) failed: No such file or directory.|"
+           "Writing to COM20 (/dev/ttyACM7) failed: No such file or directory.|"
+           "Connecting to 127.0.0.1 port P|Connected to 127.0.0.1 port P|"
+           "127.0.0.1 port P: The remote host closed the connection|"
+           "Sending to 127.0.0.1 port P failed: The remote host closed the connection.|"
+           "not-an-address port 23: not an IP address"}}) {
+        QLoggingCategory::setFilterRules(QLatin1String(rules));
+        logged.clear();
+        Place place;
+        place.port.open(place.port.device(7), "38400,N,8,1");
+        place.port.write("CFG ?\r\n");
+        place.fromUnit(std::string("\\a\0\xff", 4));
+        place.arrived(place.port, 4);
+        place.port.close();
+        for (const auto &action :
+             {std::function<void()>([&] { place.port.open(place.port.device(20), "38400,N,8,1"); }),
+              std::function<void()>([&] { place.port.write("x"); })})
+            QVERIFY(!failureOf<LinkError>(action).empty());
+        QTcpServer server;
+        QtTcpSocket socket;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        socket.connectTo(Loopback, server.serverPort());
+        place.pump.runFor(Long, [&] { return server.hasPendingConnections(); });
+        const std::unique_ptr<QTcpSocket> peer(server.nextPendingConnection());
+        place.pump.runFor(Long, [&] { return socket.state() == SocketState::Connected; });
+        socket.send("CFG ?\r\n");
+        peer->write("\x1b~");
+        place.arrived(socket, 2);
+        peer->disconnectFromHost();
+        place.pump.runFor(Long, [&] { return socket.state() == SocketState::Closed; });
+        QVERIFY(!failureOf<LinkError>([&] { socket.send("x"); }).empty());
+        socket.connectTo("not-an-address", 23);
+        QString all = logged.join(QLatin1Char('|'));
+        all.replace(QString::number(server.serverPort()), QStringLiteral("P"));
+        all.replace(QString::fromStdString(place.com7), QStringLiteral("DEVICE"));
+        all.replace(QRegularExpression(QStringLiteral("(^|\\|)\\d\\d:\\d\\d:\\d\\d\\.\\d{3} ")),
+                    QStringLiteral("\\1"));
+        QCOMPARE(all.toStdString(), std::string(expected));
+    }
+    QLoggingCategory::setFilterRules(QString());
+    qInstallMessageHandler(before);
 }

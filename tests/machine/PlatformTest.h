@@ -18,4 +18,5 @@ private Q_SLOTS:
     void talksToASocket();
     void connectsFail();
     void talksToTheSimulator();
+    void logsOnlyWhatIsAskedFor();
 };
