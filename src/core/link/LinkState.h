@@ -36,7 +36,7 @@ struct LinkState {
     bool IPLinkOpenFlag = false;               ///< the network link is up
     bool IPConnectingFlag = false; ///< a connect is under way; clearing it cancels the connect
     int ConnectAttemptCount = 0;   ///< 0 to 6
-    std::string ConnectFailure;    ///< why the last attempt failed, a sentence for the user
+    std::string ConnectFailure;    ///< why the last attempt failed, sentences for the user
     int WaitSeconds = 0;           ///< length of the current timed wait
     bool SendCompleteFlag = false;
     bool ReplyCompleteFlag = false; ///< would end a reply wait early; nothing sets it

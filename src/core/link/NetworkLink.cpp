@@ -12,21 +12,21 @@ constexpr int AttemptCount = 6;
 constexpr int AttemptSeconds = 2;
 constexpr double DefaultReplyTimeout = 0.8;
 
-/// Why an attempt ended in a state other than connected.
+/// Why an attempt ended in a state other than connected, and below that what to check.
 std::string whyNotConnected(SocketState state, const std::string &address,
                             const std::string &systemReason) {
     const std::string port = std::to_string(UnitPort);
     switch (state) {
     case SocketState::Closed:
         return address + " refused the connection on port " + port + " (" + systemReason +
-               "). A device is at that address; check that it is the Zarn, and that nobody else is "
-               "connected to it.";
+               ").\nA device is at that address; check that it is the Zarn, and "
+               "that nobody else is connected to it.";
     case SocketState::Failed:
         return address + " cannot be reached (" + systemReason +
-               "). Check the address, and the network of this computer.";
+               ").\nCheck the address, and the network of this computer.";
     default:
         return address + " gave no answer on port " + port +
-               ". Check the address, and that the Zarn has power and a network cable.";
+               ".\nCheck the address, and that the Zarn has power and a network cable.";
     }
 }
 

@@ -59,13 +59,13 @@ const std::vector<std::array<std::string, 2>> Plays{
     {"none serial why ok why serial ok frame",
      "! (COM8 (tty8): held by minicom||end) (COM8 (tty8): held by minicom||end) ! down x0"},
     {"refuses call @5 why ok tell why ok frame",
-     "! (A refused the connection on port 23 (the host did not take the connection). A device is "
+     "! (A refused the connection on port 23 (the host did not take the connection).|A device is "
      "at that address; check that it is the Zarn, and that nobody else is connected to it.) ! () "
      "told down x2"},
     {"unreachable call @25 why ok frame",
-     "! (A cannot be reached (the host did not take the connection). Check the address, and the "
+     "! (A cannot be reached (the host did not take the connection).|Check the address, and the "
      "network of this computer.) down x12"},
-    {"silent call @25 why ok frame", "! (A gave no answer on port 23. Check the address, and that "
+    {"silent call @25 why ok frame", "! (A gave no answer on port 23.|Check the address, and that "
                                      "the Zarn has power and a network cable.) down x12"},
     {"call @0.4 find", "panel to ACFG ?\r\n# x1"},
     {"call @3 label", "panel down# x1"},
