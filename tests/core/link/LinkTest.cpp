@@ -6,92 +6,173 @@
 
 namespace {
 
-using Texts = std::vector<std::string>;
-using Host = FakeTcpSocket::Host;
 using Display = LinkStatusDisplay;
 
-const std::string Configuration = "\r\nKVN-16x16-RGBA\r\n";
-
-/// The links of a program of which nothing else is used.
-struct LinkFixture : TestProgram {
+/// Plays acts, with "; " between them, on the links of a program of which nothing else is used.
+///
+///     S, E              COM7 and 10.0.0.5 are open, this one is in use; the clock starts anew
+///     kind K, pick N, dial  chooses a kind; opens a COM port or 10.0.0.5 as the dialog does
+///     test N, open, close, disconnect  what the program does to a link
+///     ask X, send X     a command; with its reply: notes the reply's class and the reply
+///     config, status    asks for the configuration or the routing; notes what is known then
+///     guard A           plays another act as an action of the user
+///     T: A              plays another act T seconds later, in the next wait
+///     wait T, end, leave  lets time pass; ends the program; closes the form that acts
+///     say X, endless    one reply after the other, then silence; too long a reply
+///     slow T, split N   replies come T seconds later; in pieces of N bytes, 1/16 s apart
+///     plug N, swap, fails  COMn can be opened; COM7 is another device; it takes no more bytes
+///     lose K, drop K    the device or peer goes and tells so; or it does not
+///     host H            it answers (0), is silent (1), refuses (2) or is out of reach (3)
+///     after T           the host answers or refuses T seconds late
+///     takes N           the peer closes instead of taking more than N bytes
+///     sending T         a send takes T seconds
+///     forget, cancel    no connect was complete; the connect is called off
+///     shown             notes the words of the start window, and of the panel if they differ
+///     log               notes what was done to the COM port
+///     progress          notes how many connects began, "now" if one is under way, and the words
+///     looks K           notes what each refresh shows of COM10 (S) and 10.0.0.5 (E), those in K
+///                       being up: the colours of start window, saved units, connection dialog
+///                       and panel (face, network, green, red, down), the words, + if it is up
+///
+/// Noted are failures too, and messages at the end. Behind the notes stand the links, what was
+/// written to COM7 and to 10.0.0.5, and the seconds that passed.
+struct LinkPlayer : TestProgram {
     LinkState &state = program.link;
-    ExchangeState &exchange = program.unit.exchange;
-    ModelFacts &model = program.unit.model;
-    SerialLink &serial = program.serial;
+    UnitState &known = program.unit;
     UnitTalk &talk = program.talk;
     Form &form = program.aboutForm;
+    const std::array<LinkStatusView *, 4> looks{&views.main.status, &views.units.status,
+                                                &views.connect.status, &views.panel.status};
+    std::vector<std::string> replies;
+    std::size_t said = 0; ///< of the replies
+    std::string notes;
+    double start = pump.now();
 
-    LinkFixture() { answerMessages(); }
-    /// Opens COM7 as the connection dialog does.
-    void connectSerial() {
-        state.LinkKind = SerialLinkKind;
-        serial.OpenSerialPort(7);
-    }
-    /// Connects 10.0.0.5 as the connection dialog does.
-    void connectNetwork() {
-        state.LinkKind = NetworkLinkKind;
-        state.RemoteIPAddress = "10.0.0.5";
-        program.network.SetupConnectIP();
-    }
-    /// How start window, saved units, connection dialog and panel show the link.
-    [[nodiscard]] std::array<LinkStatusView *, 4> looks() const {
-        return {&views.main.status, &views.units.status, &views.connect.status,
-                &views.panel.status};
-    }
-    [[nodiscard]] Texts captions() const {
-        Texts texts;
-        for (const LinkStatusView *look : looks())
-            texts.push_back(look->caption);
-        return texts;
-    }
-};
-
-/// Both links are open, `kind` is the one in use.
-struct Links : LinkFixture {
-    explicit Links(char kind) {
-        connectSerial();
-        connectNetwork();
-        state.LinkKind = kind;
-        start = pump.now();
-    }
-    [[nodiscard]] double seconds() const { return pump.now() - start; }
-    void answer(const std::function<std::string(std::string_view)> &device) {
-        serialPort.wire.device = socket.wire.device = device;
-    }
-    double start = 0.0;
-};
-
-/// What the unit answers, or why the exchange fails.
-std::string ask(LinkFixture &links, const char *command = "CFG ?\r\n") {
-    const auto failure = failureOf<LinkError>([&] { links.talk.SendCommandGetResponse(command); });
-    return failure.empty() ? links.exchange.ResponseText : failure;
-}
-
-/// The link kind, whether the links are up - serial by flag and port, network by both flags and
-/// socket - and what was written to both.
-std::string textOf(const LinkFixture &links) {
-    std::string text(1, links.state.LinkKind);
-    for (const bool up :
-         {links.state.SerialPortOpen, links.serialPort.isOpen(), links.state.IPLinkOpenFlag,
-          links.state.IPConnectedFlag, links.socket.state() == SocketState::Connected})
-        text += up ? '+' : '-';
-    return text + links.serialPort.wire.written + "|" + links.socket.wire.written;
-}
-
-/// How a window shows the link, as one letter.
-char letterOf(const LinkStatusView &view) {
-    const auto is = [&](const char *caption, LinkColour colour, bool up) {
-        return view.caption == caption && view.colour == colour && view.linkUp == up;
+    using Act = std::function<void(const std::string &)>;
+    // clang-format off
+    const std::map<std::string, Act> acts{
+        {"S", [&](auto) { play("pick 7; dial; kind S"); start = pump.now(); }},
+        {"E", [&](auto) { play("pick 7; dial"); start = pump.now(); }},
+        {"kind", [&](auto kind) { state.LinkKind = kind[0]; }},
+        {"pick", [&](auto n) { play("kind S"); program.serial.OpenSerialPort(std::stoi(n)); }},
+        {"dial", [&](auto) { play("kind E"); program.network.SetupConnectIP(); }},
+        {"test", [&](auto n) { program.serial.TestCommPort(std::stoi(n)); }},
+        {"open", [&](auto) { talk.OpenLink(); }},
+        {"close", [&](auto) { talk.CloseLink(); }},
+        {"disconnect", [&](auto) { talk.DisconnectLink(); }},
+        {"ask", [&](auto command) {
+            talk.SendCommandGetResponse(command + "\r");
+            note(std::to_string(known.exchange.ReplyStatus) + " " + known.exchange.ResponseText);
+        }},
+        {"send", [&](auto command) { talk.SendCommand(command + "\r"); }},
+        {"config", [&](auto) {
+            talk.GetParseConfiguration();
+            note(std::to_string(known.exchange.ReplyStatus) + " " + known.model.ModelDescription +
+                 "," + known.exchange.ResponseText);
+        }},
+        {"status", [&](auto) {
+            talk.RequestOutputStatus(form);
+            for (int output = 1; output <= 3; ++output) {
+                const OutputStatusRecord &record = known.routing.Outputs[output];
+                note(record.OutputNumberText + record.MuteFlag + record.VolumeText + "/" +
+                     record.AudioInputText + "/" + record.VideoInputText);
+            }
+        }},
+        {"guard", [&](auto act) { program.guard.run(form, [&] { perform(act.c_str()); }); }},
+        {"wait", [&](auto seconds) { pump.runFor(std::stod(seconds), [] { return false; }); }},
+        {"end", [&](auto) { pump.end(); }},
+        {"leave", [&](auto) { form.unload(); }},
+        {"say", [&](auto text) {
+            replies.push_back(text.empty() ? text : "\r\n" + text);
+            serialPort.wire.device = socket.wire.device = [&](auto) {
+                return said < replies.size() ? replies[said++] : std::string();
+            };
+        }},
+        {"endless", [&](auto) { replies = {"\r\nOk" + std::string(3'000'000, 'x')}; }},
+        {"slow", [&](auto t) { serialPort.wire.delay = socket.wire.delay = std::stod(t); }},
+        {"split", [&](auto n) { serialPort.wire.split = socket.wire.split = std::stoul(n); }},
+        {"plug", [&](auto n) { serialPort.present.insert(std::stoi(n)); }},
+        {"swap", [&](auto) { serialPort.devices[7] = "another"; }},
+        {"fails", [&](auto) { serialPort.writeLimit = 0; }},
+        {"lose", [&](auto kind) { kind == "S" ? serialPort.vanish() : socket.peerCloses(); }},
+        {"drop", [&](auto kind) { kind == "S" ? serialPort.close() : socket.close(); }},
+        {"host", [&](auto n) { socket.host = FakeTcpSocket::Host(std::stoi(n)); }},
+        {"after", [&](auto t) { socket.connectDelay = std::stod(t); }},
+        {"takes", [&](auto bytes) { socket.closesAfter = std::stoul(bytes); }},
+        {"sending", [&](auto t) { socket.sendDelay = std::stod(t); }},
+        {"forget", [&](auto) { state.IPConnectedFlag = false; }},
+        {"cancel", [&](auto) { state.IPConnectingFlag = false; }},
+        {"shown", [&](auto) {
+            const std::string &main = looks[0]->caption, &panel = looks[3]->caption;
+            note(main + (main == panel ? "" : ", panel " + panel));
+        }},
+        {"log", [&](auto) { for (const std::string &line : serialPort.log) note(line); }},
+        {"progress", [&](auto) {
+            note(std::to_string(std::ranges::count(socket.log, "connect 10.0.0.5:23")) +
+                 (state.IPConnectingFlag ? " now " : " ") + views.connect.Label2.text);
+        }},
+        {"looks", [&](auto kind) {
+            state.SerialPortOpen = kind.find('S') != kind.npos;
+            state.IPLinkOpenFlag = kind.find('E') != kind.npos;
+            state.SelectedCommPort = 10;
+            for (const auto refresh :
+                 {&Display::ConnecthandleConnectionStatus, &Display::HandleConnectionsStatus,
+                  &Display::IPhandleConnectionStatus, &Display::handleZarnConnectedFlag}) {
+                for (LinkStatusView *look : looks)
+                    *look = {};
+                state.LinkShownFlag = false;
+                Control &hint = views.main.ToDisconnectPortLabel;
+                hint.visible = kind.find(state.LinkKind) == kind.npos; // not as it must become
+                (program.display.*refresh)();
+                QVERIFY(*looks[0] == LinkStatusView() || hint.visible == looks[0]->linkUp);
+                std::string caption;
+                for (const LinkStatusView *look : looks) {
+                    const bool same = *look == LinkStatusView();
+                    notes += same ? ' ' : "fngrd"[static_cast<int>(look->colour)];
+                    caption = same || look->caption == caption ? caption : caption + look->caption;
+                }
+                note(caption + (state.LinkShownFlag ? "+" : ""));
+            }
+        }},
     };
-    return is("Zarn Connected", LinkColour::NotConnected, false)      ? ' '
-           : is("Not Connected", LinkColour::NotConnected, false)     ? '-'
-           : is("Not Connected", LinkColour::SerialDown, false)       ? 'd'
-           : is("Connected on COM10", LinkColour::ButtonFace, true)   ? 'c'
-           : is("Connected to 10.0.0.5", LinkColour::NetworkUp, true) ? 'n'
-           : is("Ethernet Port Opened", LinkColour::NetworkUp, true)  ? 'e'
-           : is("Connected", LinkColour::SerialUp, true)              ? 'g'
-                                                                      : '?';
-}
+    // clang-format on
+
+    LinkPlayer() {
+        answerMessages();
+        state.RemoteIPAddress = "10.0.0.5";
+        serialPort.wire.pieceDelay = 0.0625;
+        known.model.ModelDescription = "before";
+        known.model.NumInputs = 32;
+        known.model.NumOutputs = 2;
+        known.routing.Outputs.fill({"9", 'a', 'U', "b", 'c', "-7", "3", 'd', "4"});
+    }
+    void note(const std::string &text) {
+        if (!text.empty())
+            notes += (text.size() < 1000 ? text : std::to_string(text.size()) + " bytes") + "; ";
+    }
+    /// The link kind, and whether the links are up: serial by flag and port, network by both flags
+    /// and socket.
+    [[nodiscard]] std::string stateText() const {
+        std::string text(1, state.LinkKind);
+        for (const bool up : {state.SerialPortOpen, serialPort.isOpen(), state.IPLinkOpenFlag,
+                              state.IPConnectedFlag, socket.state() == SocketState::Connected})
+            text += up ? '+' : '-';
+        return text;
+    }
+    /// Plays one act, or what is to follow it after some seconds.
+    void perform(const QByteArray &act) {
+        const QByteArray word = act.split(' ').first();
+        const QByteArray rest = act.mid(word.size() + 1);
+        if (word.endsWith(':'))
+            pump.in(word.chopped(1).toDouble(), [this, rest] { play(rest); });
+        else
+            acts.at(word.toStdString())(rest.toStdString());
+    }
+    void play(const QByteArray &text) {
+        for (const QByteArray &act : text.split(';'))
+            note(failureOf<std::runtime_error>([&] { perform(act.trimmed()); }));
+    }
+};
 
 } // namespace
 
@@ -99,384 +180,124 @@ class LinkTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void exchanges_data();
-    void exchanges();
-    void usesTheLinkOfTheKind();
-    void sendsNothingAfterTheEnd();
-    void opensPorts();
-    void reopensTheDeviceThatWasOpen();
-    void testLeavesAPortInUse();
-    void cutReplyPollutesTheNext();
-    void healsAClosedPort();
-    void reopeningKeepsCommandsApart();
-    void lostLinksTellThemselves();
-    void nestedExchangeTakesOver();
-    void connects();
-    void laterConnectTakesOver();
-    void onlyTheFirstSendWaits();
-    void guardTellsWhyItFails();
-    void statusDisplays_data();
-    void statusDisplays();
-    void statusQuery_data();
-    void statusQuery();
-    void configuration_data();
-    void configuration();
+    void plays_data() {
+        const QByteArray good = "STA O A\r\n  Output 1 (A,M,0,V,-20,255,D,8)\r\n"
+                                "  Output 2 (A,U,0,V,0,1,D,2)";
+        const QByteArray other = "STA O A\r\n  Output 1 (A,U,0,V,5,9,D,9)";
+        const std::string unit = "60 \r\nKVN-16x16-RGBA\r\n; ";
+        const std::string down = "Sending to 10.0.0.5 port 23 failed: the ";
+        const std::string meanwhile = " failed: the port was opened or closed meanwhile.";
+        const std::string before = "9U-7/3/4; 9U-7/3/4; 9U-7/3/4; ";
+        const DataTable<std::string> row("result");
+        // clang-format off
+        // Exchanges
+        row("S; ask CFG ?; say \xff\x80; config; say; ask B",
+            unit + "0 before,\r\n\xff\x80; 50 ; S+++++ CFG ?\rCFG ?\r\nB\r| 0.9");
+        row("E; ask CFG ?; say \xff\x80; config; say; ask B",
+            unit + "0 before,\r\n\xff\x80; 50 ; E+++++ |CFG ?\rCFG ?\r\nB\r 2.4");
+        row("S; say; endless; split 1000000; ask A", "1048579 bytes; S+++++ A\r| 0.3");
+        row("E; say; endless; split 1000000; ask A", "1048579 bytes; E+++++ |A\r 0.8");
+        row("S; ask CFG ?; disconnect; ask A; send A; open; close",
+            unit + unit + " --+++ CFG ?\r| 0.3");
+        row("E; disconnect; kind S; ask CFG ?", unit + "S++--- CFG ?\r| 0.3");
+        row("S; 0.1: end; status; send A; close; kind S; open", before + "S--+++ STA O A\r| 0.1");
+        row("E; 0.1: end; status; send A; close; kind E; open", before + "E++--- |STA O A\r 0.1");
+        // Replies that are cut, late or overtaken, also by other acts of a busy program
+        row("S; slow 0.25; split 9; ask CFG ?; split 0; config",
+            "60 \r\nKVN-16x; 0 RGB 16x16 with Audio,16-RGBA\r\n\r\nKVN-16x16-RGBA\r\n; "
+            "S+++++ CFG ?\rCFG ?\r\n| 0.6");
+        row("S; slow 0.4; ask CFG ?; wait 0.2; pick 7; say; ask A",
+            "50 ; 50 ; S+++++ CFG ?\rA\r| 0.8");
+        row("S; slow 0.5; 0.1: wait 1; ask CFG ?", unit + "S+++++ CFG ?\r| 1.1");
+        row("E; slow 0.9; 0.1: wait 1; ask CFG ?", unit + "E+++++ |CFG ?\r 1.1");
+        row("S; 0.1: ask CFG ?; ask VOL L 1?", unit + unit + "S+++++ VOL L 1?\rCFG ?\r| 0.4");
+        // COM ports
+        row("test 7; log", "open 7 115200,N,8,1; close;  +---- | 0");
+        row("test 7; test 8", " ----- | 0");
+        row("pick 7; drop S; plug 8; test 8; swap; ask CFG ?; open; pick 7; log",
+            unit + "open 7 38400,N,8,1; close; open 8 115200,N,8,1; close; open 7 38400,N,8,1; "
+            "close; open 7 38400,N,8,1; close; open 7 38400,N,8,1 another; S++--- CFG ?\r| 0.3");
+        row("pick 7; pick 8; plug 7; ask CFG ?; shown",
+            "Opening COM8 failed: no such device.; " + unit +
+            "Connected on COM7; S++--- CFG ?\r| 0.3");
+        row("0: pick 7; test 8", "S++--- | 0");
+        row("pick 7; drop S; close; 0: ask A; ask CFG ?; shown; drop S; send B; close; shown",
+            "60 \r\nERROR command\r\n; " + unit + "Connected on COM7; "
+            "Not Connected, panel Connected on COM7;  ----- A\rCFG ?\rB\r| 0.6");
+        row("S; say Ok 1; say Ok 2; lose S; plug 7; 0: ask A; ask B",
+            "60 \r\nOk 1; 60 \r\nOk 2; S+++++ A\rB\r| 0.6");
+        row("S; plug 8; drop S; 0: pick 8; ask A", "Writing to COM8" + meanwhile + "; S+++++ | 0");
+        row("S; drop S; 0: close; send A", "Writing to COM7" + meanwhile + ";  --+++ | 0");
+        // Connects
+        row("E; dial; progress", "1 Connected to 10.0.0.5; E+++++ | 0");
+        row("E; forget; after 1.9; 1: progress; dial; progress", "2 now Connecting to 10.0.0.5 .; "
+            "2 now Connected to 10.0.0.5; E+++++ | 1.9");
+        row("E; forget; host 1; 3: progress; dial; progress",
+            "3 now Connecting to 10.0.0.5 ..; 7 now Connecting to 10.0.0.5 ......; E+++-- | 12");
+        row("E; forget; host 3; after 0.5; 9: host 0; dial; progress",
+            "7 now Connected to 10.0.0.5; E+++++ | 10.5");
+        row("E; forget; host 2; dial; progress", "2 now Connecting to 10.0.0.5 .; E++--- | 2");
+        row("E; forget; host 1; 3: cancel; dial; progress",
+            "3 Connecting to 10.0.0.5 ..; E+++-- | 3");
+        row("E; forget; host 1; 3: end; dial; progress",
+            "3 now Connecting to 10.0.0.5 ..; E+++-- | 3");
+        row("E; forget; host 1; 3: dial; dial; progress",
+            "9 now Connecting to 10.0.0.5 ......; E+++-- | 15");
+        row("E; sending 1.5; send A; send B", "E+++++ |A\rB\r 1.5");
+        // Links that end, and what the user is told
+        row("S; 1: lose S; wait 1; shown", "Not Connected; S--+++ | 1");
+        row("E; 1: lose E; wait 1; shown", "Not Connected; E++--- | 1");
+        row("E; 1: lose S; wait 1; shown", "Connected to 10.0.0.5; E--+++ | 1");
+        row("S; 1: lose E; wait 1; shown", "Connected on COM7; S++--- | 1");
+        row("E; takes 3; ask CFG ?", down + "remote host closed the connection.; E++--- | 0");
+        row("E; takes 3; 0: leave; guard send CFG ?; shown", "Not Connected; E++--- | 0");
+        row("E; drop E; guard send A; shown",
+            "Not Connected; " + down + "connection is closed.; E++--- | 0");
+        row("S; lose S; guard send A; shown",
+            "Not Connected; Writing to COM7 failed: the port is not open.; S--+++ | 0");
+        row("S; fails; guard send A; shown",
+            "Connected on COM7; Writing to COM7 failed: input/output error.; S+++++ | 0");
+        row("S; drop S; 0: close; 0: lose E; 0: dial; guard send A; shown",
+            "Connected to 10.0.0.5; Writing to COM7" + meanwhile + "; E--+++ | 0.05");
+        row("S; say KVN-8x4-C\r\nOk; guard config", "The buttons of KVN-8x4-C do not "
+            "fit the panel: ButtonInput has no index 33 (0 to 32).; S+++++ CFG ?\r\n| 0.3");
+        // What is learned of the unit
+        row("S; say Ok KVN-8x4-HD v2; config",
+            "60 HD 8 x 4 No Audio,\r\nOk KVN-8x4-HD v2; S+++++ CFG ?\r\n| 0.3");
+        row("E; say CFG ?\r\r\nKVN-8x4-HD; config",
+            "0 HD 8 x 4 No Audio,\r\nCFG ?\r\r\nKVN-8x4-HD; E+++++ |CFG ?\r\n 0.8");
+        row("S; say KVN KVN-8x4-HD; config", "60 before,\r\nKVN KVN-8x4-HD; S+++++ CFG ?\r\n| 0.3");
+        row("E; say RTQ-KVN-8x4-HD; config", "0 before,\r\nRTQ-KVN-8x4-HD; E+++++ |CFG ?\r\n 0.8");
+        row("S; say " + other + "; say " + good + "; status",
+            "1M-20/255/8; 2U0/1/2; 9U-7/3/4; S+++++ STA O A\rSTA O A\r| 0.6");
+        row("E; say; say " + good + "; status",
+            "1M-20/255/8; 2U0/1/2; 9U-7/3/4; E+++++ |STA O A\rSTA O A\r 1.6");
+        row("E; say; status", "9 -7/3/4; 9 -7/3/4; 9U-7/3/4; E+++++ |STA O A\rSTA O A\r 1.6");
+        row("S; say; status",
+            before + "No Response Received from CommPort 7\r\nPlease check cabling and "
+            "Try Again ; S+++++ STA O A\r| 0.3");
+        // The displays
+        row("looks SE", "rrr Not Connected;    rNot Connected; r r Not Connected;      +-+-- | 0");
+        row("kind S; looks S", "fff Connected on COM10+;    fConnected on COM10; "
+            "f   Connected on COM10+; g  gConnected; S+---- | 0");
+        row("kind S; looks E", "rrr Not Connected;    rNot Connected; r   Not Connected; "
+            "d  dNot Connected; S--+-- | 0");
+        row("kind E; looks E", "nnn Connected to 10.0.0.5+;    nConnected to 10.0.0.5; "
+            "n   Connected to 10.0.0.5+; n  nEthernet Port Opened; E--+-- | 0");
+        row("kind E; looks S", "rrr Not Connected;    rNot Connected; r r Not Connected; "
+            "r  rNot Connected; E+---- | 0");
+        // clang-format on
+    }
+    void plays() {
+        LinkPlayer player;
+        player.play(QTest::currentDataTag());
+        player.note(player.messages);
+        std::ostringstream text;
+        text << player.notes << player.stateText() << " " << player.serialPort.wire.written << "|"
+             << player.socket.wire.written << " " << player.pump.now() - player.start;
+        QTEST(text.str(), "result");
+    }
 };
-
-void LinkTest::exchanges_data() {
-    const DataTable<std::string, int> row("answer", "status");
-    row("recognised", "\r\nERROR form\r\n", 60);
-    row("unknown", std::string("\0\xff\x80 ", 4), 0);
-    row("silence", "", 50);
-    row("endless", "\r\nOk" + std::string(3'000'000, 'x'), 60);
-}
-
-void LinkTest::exchanges() {
-    QFETCH(std::string, answer);
-    QFETCH(int, status);
-    const std::string kept = answer.substr(0, 1'048'576);
-    for (const bool serial : {true, false}) {
-        Links links(serial ? 'S' : 'E');
-        links.answer([&](auto) { return answer; });
-        links.serialPort.wire.split = links.socket.wire.split = 1'000'000;
-        links.exchange = {"", "older", "", "", "", 7};
-        links.talk.SendCommandGetResponse("MUT M 3\r");
-        QCOMPARE(links.seconds(), serial ? 0.3 : 0.8);
-        QCOMPARE(links.exchange.ReplyStatus, status);
-        QVERIFY(links.exchange.ResponseText == (status == 60 ? kept : ""));
-        QVERIFY((serial ? links.exchange.SerialRawReply : links.exchange.NetworkRawReply) == kept);
-        QCOMPARE(textOf(links), std::string(serial ? "S+++++MUT M 3\r|" : "E+++++|MUT M 3\r"));
-    }
-}
-
-void LinkTest::usesTheLinkOfTheKind() {
-    for (const auto after : {"S--+++", "E++---", " +++++"}) {
-        Links links(after[0]);
-        links.talk.DisconnectLink();
-        // Without a kind nothing gets out.
-        links.exchange.ReplyStatus = 7;
-        ask(links);
-        links.talk.SendCommand("ECHO OFF\r");
-        links.talk.OpenLink();
-        links.talk.CloseLink();
-        QCOMPARE(textOf(links), " " + std::string(after + 1) + "|");
-        QCOMPARE(links.exchange.ReplyStatus, 7);
-        QCOMPARE(links.seconds(), 0.0);
-    }
-}
-
-void LinkTest::sendsNothingAfterTheEnd() {
-    for (const auto after : {"S--+++STA O A\r|", "E++---|STA O A\r"}) {
-        Links links(after[0]);
-        links.pump.in(0.1, [&] { links.pump.end(); });
-        links.talk.RequestOutputStatus(links.form);
-        links.talk.SendCommand("ECHO OFF\r");
-        links.talk.CloseLink();
-        links.state.LinkKind = after[0];
-        links.talk.OpenLink();
-        QCOMPARE(links.seconds(), 0.1);
-        QCOMPARE(textOf(links), std::string(after));
-    }
-}
-
-void LinkTest::opensPorts() {
-    LinkFixture links;
-    links.serial.TestCommPort(7);
-    QCOMPARE(textOf(links), std::string(" +----|"));
-    links.serial.TestCommPort(8);
-    QCOMPARE(textOf(links), std::string(" -----|"));
-    links.connectSerial();
-    links.serialPort.receive("left over");
-    links.serial.OpenSerialPort(7);
-    QCOMPARE(links.serialPort.readAll(), std::string());
-    QCOMPARE(links.serialPort.log, Texts({"open 7 115200,N,8,1", "close", "open 7 38400,N,8,1",
-                                          "close", "open 7 38400,N,8,1"}));
-    QVERIFY_THROWS_EXCEPTION(LinkError, links.serial.OpenSerialPort(8));
-    QCOMPARE(links.state.SelectedCommPort, 7);
-    QCOMPARE(textOf(links), std::string("S-----|"));
-}
-
-void LinkTest::reopensTheDeviceThatWasOpen() {
-    LinkFixture links;
-    links.connectSerial();
-    links.serialPort.devices[7] = "another";
-    links.serialPort.present = {7, 8};
-    links.serial.TestCommPort(8);
-    for (const auto &reopen : {std::function<void()>([&] { ask(links); }),
-                               std::function<void()>([&] { links.talk.OpenLink(); })}) {
-        links.serialPort.close();
-        reopen();
-        QCOMPARE(links.serialPort.log.back(), std::string("open 7 38400,N,8,1"));
-    }
-    links.connectSerial(); // selected anew, so the number counts
-    QCOMPARE(links.serialPort.log.back(), std::string("open 7 38400,N,8,1 another"));
-}
-
-void LinkTest::testLeavesAPortInUse() {
-    LinkFixture links;
-    links.pump.in(0.0, [&] { links.connectSerial(); });
-    links.serial.TestCommPort(8);
-    QCOMPARE(textOf(links), std::string("S++---|"));
-}
-
-void LinkTest::cutReplyPollutesTheNext() {
-    Links links('S');
-    links.serialPort.wire.delay = 0.25;
-    links.serialPort.wire.split = 9;
-    links.serialPort.wire.pieceDelay = 0.0625;
-    QCOMPARE(ask(links), std::string("\r\nKVN-16x"));
-    links.serialPort.wire.split = 0;
-    QCOMPARE(ask(links), std::string());
-    QCOMPARE(links.exchange.SerialRawReply, "16-RGBA\r\n" + Configuration);
-}
-
-void LinkTest::healsAClosedPort() {
-    LinkFixture links;
-    links.connectSerial();
-    links.serialPort.close();
-    const Texts before = links.captions();
-    links.talk.CloseLink(); // nothing at all
-    QCOMPARE(textOf(links), std::string("S+----|"));
-    QCOMPARE(links.captions(), before);
-    // An exchange that runs while the port opens again is not mixed in.
-    links.pump.in(0.0, [&] { ask(links, "VOL L 1?\r"); });
-    QCOMPARE(ask(links), Configuration);
-    links.serialPort.close();
-    links.talk.SendCommand("ECHO OFF\r");
-    QCOMPARE(textOf(links), std::string("S++---VOL L 1?\rCFG ?\r\nECHO OFF\r|"));
-    QCOMPARE(links.captions(), Texts(4, "Connected on COM7"));
-    links.talk.CloseLink();
-    QVERIFY(textOf(links).starts_with(" -----"));
-    QCOMPARE(links.captions()[0], std::string("Not Connected"));
-}
-
-void LinkTest::reopeningKeepsCommandsApart() {
-    Links links('S');
-    links.answer([](std::string_view command) { return "\r\nOk " + std::string(command); });
-    const std::string take = "Con 3(1,2)3F (1,2)\r";
-    const std::string mute = "MUT M 3\r";
-    links.serialPort.vanish();
-    links.serialPort.present = {7};
-    links.pump.in(0.0, [&] { links.talk.SendCommandGetResponse(mute); });
-    links.talk.SendCommandGetResponse(take);
-    QCOMPARE(textOf(links), "S+++++" + mute + take + "|");
-    QCOMPARE(links.exchange.ResponseText, "\r\nOk " + take);
-}
-
-void LinkTest::lostLinksTellThemselves() {
-    // The link that goes and the link in use; what is left and what the windows read.
-    for (const auto &[lost, after, caption] : {std::tuple('S', "S--+++|", "Not Connected"),
-                                               {'E', "E++---|", "Not Connected"},
-                                               {'S', "E--+++|", "Connected to 10.0.0.5"},
-                                               {'E', "S++---|", "Connected on COM7"}}) {
-        Links links(after[0]);
-        links.pump.in(1.0, [&, lost = lost] {
-            lost == 'S' ? links.serialPort.vanish() : links.socket.peerCloses();
-        });
-        links.pump.runFor(1.0, [] { return false; });
-        QCOMPARE(textOf(links), std::string(after));
-        QCOMPARE(links.captions(), Texts(4, caption));
-        QCOMPARE(links.messages, std::string());
-    }
-}
-
-void LinkTest::nestedExchangeTakesOver() {
-    Links links('S');
-    links.pump.in(0.1, [&] { ask(links); });
-    QCOMPARE(ask(links, "VOL L 1?\r"), Configuration);
-    QCOMPARE(links.seconds(), 0.4);
-}
-
-void LinkTest::connects() {
-    // The host acts so until it begins to answer; the connect is cancelled after a while.
-    for (const auto &[host, delay, answersIn, cancelledIn, seconds, attempts, after] :
-         {std::tuple(Host::Answers, 1.9, 99., 99., 1.9, std::size_t{1}, "E--+++|"),
-          {Host::Unreachable, 0.5, 9., 99., 10.5, 6, "E--+++|"},
-          {Host::Answers, 2.5, 99., 99., 12., 6, "E--+--|"},
-          {Host::Silent, 0., 99., 99., 12., 6, "E--+--|"},
-          {Host::Refuses, 0.1, 99., 99., 2., 1, "E-----|"},
-          {Host::Silent, 0., 99., 3., 3., 2, "E--+--|"}}) {
-        LinkFixture links;
-        Texts shown;
-        links.pump.show = [&] {
-            if (shown.empty() || shown.back() != links.views.connect.Label2.text)
-                shown.push_back(links.views.connect.Label2.text);
-        };
-        links.socket.host = host;
-        links.socket.connectDelay = delay;
-        links.pump.in(answersIn, [&] { links.socket.host = Host::Answers; });
-        links.pump.in(cancelledIn, [&] { links.state.IPConnectingFlag = false; });
-        links.state.IPLinkOpenFlag = true;
-        const double start = links.pump.now();
-        links.connectNetwork();
-        QCOMPARE(links.pump.now() - start, seconds);
-        QCOMPARE(textOf(links), std::string(after));
-        Texts progress;
-        for (std::size_t attempt = 1; attempt <= attempts; ++attempt)
-            progress.push_back("Connecting to 10.0.0.5 " + std::string(attempt, '.'));
-        if (links.state.IPConnectedFlag) {
-            progress.emplace_back("Connected to 10.0.0.5");
-            links.program.network.SetupConnectIP(); // does nothing on a link that is up
-        }
-        const Texts &log = links.socket.log;
-        QCOMPARE(std::count(log.begin(), log.end(), "connect 10.0.0.5:23"), int(attempts));
-        links.pump.show();
-        QCOMPARE(shown, progress);
-    }
-}
-
-void LinkTest::laterConnectTakesOver() {
-    LinkFixture links;
-    links.socket.host = Host::Silent;
-    links.pump.in(3.0, [&] { links.connectNetwork(); });
-    links.pump.in(99.0, [&] { links.pump.end(); });
-    links.connectNetwork();
-    const Texts &log = links.socket.log;
-    QCOMPARE(std::count(log.begin(), log.end(), "connect 10.0.0.5:23"), 2 + 6);
-    QVERIFY(!links.pump.ended());
-}
-
-void LinkTest::onlyTheFirstSendWaits() {
-    Links links('E');
-    links.socket.sendDelay = 1.5;
-    for (int time = 1; time <= 2; ++time)
-        links.talk.SendCommand("ECHO OFF\r");
-    QCOMPARE(links.seconds(), 1.5);
-}
-
-void LinkTest::guardTellsWhyItFails() {
-    const std::string index = "ButtonInput has no index 33 (0 to 32)";
-    const std::string sending =
-        "Sending to 10.0.0.5 port 23 failed: the remote host closed the connection.";
-    for (const auto &[after, failure] :
-         {std::pair("S-----|", std::string("Writing to COM7 failed: the port is not open.")),
-          {"E-----|", sending}}) {
-        Links links(after[0]);
-        const auto lose = [&] {
-            links.serialPort.vanish();
-            links.socket.peerCloses();
-            links.talk.SendCommand("CFG ?\r\n");
-        };
-        links.program.guard.run(links.form, [&] { links.model.ButtonInput[33] = 1; });
-        QVERIFY(textOf(links).ends_with("+++++|"));
-        links.program.guard.run(links.form, [&] {
-            links.form.unload();
-            lose();
-        });
-        QCOMPARE(links.messages, index);
-        links.program.guard.run(links.form, lose);
-        QCOMPARE(links.messages, index + " | " + failure);
-        QCOMPARE(textOf(links), std::string(after));
-        QCOMPARE(links.captions(), Texts(4, "Not Connected"));
-    }
-    // The peer is gone before the first send is complete.
-    Links links('E');
-    links.socket.closesAfter = 3;
-    QCOMPARE(ask(links), sending);
-}
-
-void LinkTest::statusDisplays_data() {
-    // The start window, the saved units, the connection dialog and the panel after each refresh.
-    const DataTable<char, bool, bool, std::string> row("kind", "serial", "network", "looks");
-    row("no kind", ' ', true, true, "--- |   -|- - |    |");
-    row("serial", 'S', true, false, "ccc +|   c|c   +|g  g|");
-    row("serial down", 'S', false, true, "--- |   -|-   |d  d|");
-    row("network", 'E', false, true, "nnn +|   n|n   +|e  e|");
-    row("network down", 'E', true, false, "--- |   -|- - |-  -|");
-}
-
-void LinkTest::statusDisplays() {
-    QFETCH(char, kind);
-    QFETCH(bool, serial);
-    QFETCH(bool, network);
-    std::string looks;
-    for (const auto refresh :
-         {&Display::ConnecthandleConnectionStatus, &Display::HandleConnectionsStatus,
-          &Display::IPhandleConnectionStatus, &Display::handleZarnConnectedFlag}) {
-        LinkFixture links;
-        links.state.LinkKind = kind;
-        links.state.SerialPortOpen = serial;
-        links.state.IPLinkOpenFlag = network;
-        links.state.SelectedCommPort = 10;
-        links.state.RemoteIPAddress = "10.0.0.5";
-        for (LinkStatusView *look : links.looks())
-            *look = {};
-        Control &hint = links.views.main.ToDisconnectPortLabel;
-        hint.visible = !links.views.main.status.linkUp;
-        (links.program.display.*refresh)();
-        for (const LinkStatusView *look : links.looks())
-            looks += letterOf(*look);
-        const LinkStatusView &start = links.views.main.status;
-        QVERIFY(letterOf(start) == ' ' || hint.visible == start.linkUp);
-        looks += links.state.LinkShownFlag ? "+|" : "|";
-    }
-    QTEST(looks, "looks");
-}
-
-void LinkTest::statusQuery_data() {
-    const DataTable<char, Texts, std::string> row("kind", "replies", "records");
-    const std::string good = "\r\nSTA O A\r\n  Output 1 (A,M,0,V,-20,255,D,8)\r\n"
-                             "  Output 2 (A,U,0,V,0,1,D,2)\r\n";
-    const std::string other = "\r\nSTA O A\r\n  Output 1 (A,U,0,V,5,9,D,9)";
-    row("serial", 'S', {other, good}, "1M-20/255/8 2U0/1/2 9U-7/3/4 ");
-    row("network, first missing", 'E', {"", good}, "1M-20/255/8 2U0/1/2 9U-7/3/4 ");
-    row("network, silence", 'E', {"", ""}, "9 -7/3/4 9 -7/3/4 9U-7/3/4 ");
-    row("serial, silence", 'S', {""},
-        "9U-7/3/4 9U-7/3/4 9U-7/3/4 "
-        "No Response Received from CommPort 7\r\nPlease check cabling and Try Again ");
-}
-
-void LinkTest::statusQuery() {
-    QFETCH(char, kind);
-    QFETCH(Texts, replies);
-    Links links(kind);
-    Texts asked;
-    links.serialPort.wire.device = links.socket.wire.device = [&](std::string_view command) {
-        asked.emplace_back(command);
-        return replies.at(asked.size() - 1);
-    };
-    links.model.NumOutputs = 2;
-    links.program.unit.routing.Outputs.fill({"9", 'a', 'U', "b", 'c', "-7", "3", 'd', "4"});
-    links.talk.RequestOutputStatus(links.form);
-    QCOMPARE(asked, Texts(replies.size(), "STA O A\r"));
-    std::string records;
-    for (int output = 1; output <= 3; ++output) {
-        const OutputStatusRecord &record = links.program.unit.routing.Outputs[output];
-        records += record.OutputNumberText + record.MuteFlag + record.VolumeText + "/" +
-                   record.AudioInputText + "/" + record.VideoInputText + " ";
-    }
-    QTEST(records + links.messages, "records");
-}
-
-void LinkTest::configuration_data() {
-    const DataTable<std::string, int, std::string> row("reply", "status", "description");
-    row("after other text", "\r\nOk, I am a KVN-8x4-HD v2", 60, "HD 8 x 4 No Audio");
-    row("after an echo", "CFG ?\r\r\nKVN-8x4-RGB\r\n", 0, "RGB 8 x 4 No Audio");
-    row("only the first one counts", "\r\nKVN KVN-8x4-RGB", 60, "before");
-    row("behind the other family's name", "\r\nRTQ-KVN-8x4-RGB", 0, "before");
-    row("silence", "", 50, "before");
-    row("buttons that do not fit", "\r\nKVN-8x4-C\r\n", 60, "before");
-}
-
-void LinkTest::configuration() {
-    QFETCH(std::string, reply);
-    for (const bool serial : {true, false}) {
-        Links links(serial ? 'S' : 'E');
-        links.answer([&](auto) { return reply; });
-        links.model.ModelDescription = "before";
-        links.model.NumInputs = 32;
-        const auto query = [&] { links.talk.GetParseConfiguration(); };
-        QCOMPARE(failureOf<RangeError>(query),
-                 std::string(reply.ends_with("-C\r\n")
-                                 ? "The buttons of KVN-8x4-C do not fit the panel: "
-                                   "ButtonInput has no index 33 (0 to 32)."
-                                 : ""));
-        QTEST(links.exchange.ReplyStatus, "status");
-        QTEST(links.model.ModelDescription, "description");
-        QCOMPARE(links.exchange.ResponseText, reply);
-        QCOMPARE(textOf(links), std::string(serial ? "S+++++CFG ?\r\n|" : "E+++++|CFG ?\r\n"));
-    }
-}
 
 QTEST_GUILESS_MAIN(LinkTest)
 #include "LinkTest.moc"
