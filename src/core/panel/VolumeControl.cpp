@@ -4,11 +4,19 @@
 #include "machine/LinkError.h"
 #include "protocol/CommandTexts.h"
 #include "protocol/Text.h"
-#include "protocol/VolumeReply.h"
 
 namespace {
 constexpr int HighestVolume = 5;
 constexpr double LowestVolume = -45.0;
+
+/// The level in the reply to a volume query, as shortest decimal text. It stands behind the place
+/// of a leading line break, the query's text without its terminator and a blank: `\r\nVOL L 5 -20`.
+/// A reply too short for that gives "0".
+std::string volumeFromReply(std::string_view reply, std::string_view query) {
+    const int levelAt = static_cast<int>(query.size()) + 2;
+    return decimalText(leadingNumber(mid(reply, levelAt)));
+}
+
 } // namespace
 
 VolumeControl::VolumeControl(const Form &panelForm, PanelView &panelView, PanelState &panelState,
