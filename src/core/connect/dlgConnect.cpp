@@ -169,9 +169,8 @@ void dlgConnect::connectNetwork() {
     const int mine = takeOver();
     connecting = true;
     view.Connect2IPButton.enabled = false;
-    const auto &quads = link.IPAddressQuads;
     link.LinkKind = NetworkLinkKind;
-    link.RemoteIPAddress = quads[0] + "." + quads[1] + "." + quads[2] + "." + quads[3];
+    link.RemoteIPAddress = joinAddress(link.IPAddressQuads);
     view.Label2.text = "Connecting to " + link.RemoteIPAddress;
     if (!link.IPConnectedFlag) {
         // The outcome is read from flags that only a close clears.

@@ -40,6 +40,10 @@ std::optional<std::array<std::string, 4>> addressIn(std::string_view text) {
 
 } // namespace
 
+std::string joinAddress(const std::array<std::string, 5> &quads) {
+    return quads[0] + "." + quads[1] + "." + quads[2] + "." + quads[3];
+}
+
 AddressEntry::AddressEntry(AddressView &addressView, std::array<std::string, 5> &addressQuads)
     : view(addressView), quads(addressQuads) {}
 

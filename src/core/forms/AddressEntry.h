@@ -21,6 +21,9 @@ struct AddressView {
     int cursorMoved = 0; ///< counts how often it did
 };
 
+/// Joins the numbers 0 to 3 of an address with dots.
+std::string joinAddress(const std::array<std::string, 5> &quads);
+
 /// What typing and pasting do to the boxes of an address. A box takes up to three digits; a number
 /// above 255 empties it. What is entered goes into the address at once. A full box, or a dot, leads
 /// on to the next one, whose number the next digit replaces.

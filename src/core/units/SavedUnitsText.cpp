@@ -1,5 +1,6 @@
 #include "units/SavedUnitsText.h"
 
+#include "forms/AddressEntry.h"
 #include "protocol/Text.h"
 
 namespace {
@@ -47,10 +48,6 @@ std::string ReadIPQuadToken(std::string_view line, int &position) {
     }
     ++position;
     return token;
-}
-
-std::string joinAddress(const std::array<std::string, 5> &quads) {
-    return quads[0] + "." + quads[1] + "." + quads[2] + "." + quads[3];
 }
 
 void ReadSavedUnitsText(SavedUnits &units, std::string_view text,

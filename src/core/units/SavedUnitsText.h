@@ -11,9 +11,6 @@
 /// to four characters. Leaves `position` behind the separator.
 std::string ReadIPQuadToken(std::string_view line, int &position);
 
-/// Joins four numbers with dots.
-std::string joinAddress(const std::array<std::string, 5> &quads);
-
 /// Reads the text of a saved-units file into `units`: lines "KVN NAME = ", "KVN TYPE = " and
 /// "KVN IP = ", each unit beginning with its name line; all other lines are passed over. Lines end
 /// with CR LF, LF or CR; a UTF-8 byte order mark before the first is no part of it. From a 26th
