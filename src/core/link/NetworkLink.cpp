@@ -76,17 +76,15 @@ void NetworkLink::SetupConnectIP() {
     }
     link.IPConnectingFlag = true;
     link.ConnectAttemptCount = 0;
-    // Who cancelled may connect again from inside the wait, which sets the flag anew.
-    const int mine = ++connectRun;
-    const auto cancelled = [this, mine] { return mine != connectRun || !link.IPConnectingFlag; };
     while (link.ConnectAttemptCount != AttemptCount) {
         if (socket.state() != SocketState::Closed)
             socket.close();
         socket.connectTo(link.RemoteIPAddress, UnitPort);
         display.ShowConnectingProgress();
         link.WaitSeconds = AttemptSeconds;
-        pump.runFor(link.WaitSeconds, [&] { return link.IPConnectedFlag || cancelled(); });
-        if (cancelled() || pump.ended())
+        pump.runFor(link.WaitSeconds,
+                    [this] { return link.IPConnectedFlag || !link.IPConnectingFlag; });
+        if (!link.IPConnectingFlag || pump.ended())
             return;
         if (!link.IPConnectedFlag)
             link.ConnectFailure =

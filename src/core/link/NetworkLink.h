@@ -47,5 +47,4 @@ private:
     TcpSocket &socket;
     EventPump &pump;
     LinkStatusDisplay &display;
-    int connectRun = 0; ///< counts the runs of SetupConnectIP
 };

@@ -241,8 +241,8 @@ private Q_SLOTS:
             "3 Connecting to 10.0.0.5 ..; E+++-- | 3");
         row("E; forget; host 1; 3: end; dial; progress",
             "3 now Connecting to 10.0.0.5 ..; E+++-- | 3");
-        row("E; forget; host 1; 3: dial; dial; progress",
-            "9 now Connecting to 10.0.0.5 ......; E+++-- | 15");
+        row("E; forget; host 1; 3: dial; 14: close; dial; progress",
+            "9 now Connecting to 10.0.0.5 ......; E++--- | 15");
         row("E; sending 1.5; send A; send B", "E+++++ |A\rB\r 1.5");
         // Links that end, and what the user is told
         row("S; 1: lose S; wait 1; shown", "Not Connected; S--+++ | 1");
