@@ -32,7 +32,8 @@ using Display = LinkStatusDisplay;
 ///     progress          notes how many connects began, "now" if one is under way, and the words
 ///     looks K           notes what each refresh shows of COM10 (S) and 10.0.0.5 (E), those in K
 ///                       being up: the colours of start window, saved units, connection dialog
-///                       and panel (face, network, green, red, down), the words, + if it is up
+///                       and panel (face, network, green, red, down; in capitals with the picture
+///                       of a link), the words, + if it is up
 ///
 /// Noted are failures too, and messages at the end. Behind the notes stand the links, what was
 /// written to COM7 and to 10.0.0.5, and the seconds that passed.
@@ -48,9 +49,8 @@ struct LinkPlayer : TestProgram {
     std::string notes;
     double start = pump.now();
 
-    using Act = std::function<void(const std::string &)>;
     // clang-format off
-    const std::map<std::string, Act> acts{
+    const std::map<std::string, std::function<void(const std::string &)>> acts{
         {"S", [&](auto) { play("pick 7; dial; kind S"); start = pump.now(); }},
         {"E", [&](auto) { play("pick 7; dial"); start = pump.now(); }},
         {"kind", [&](auto kind) { state.LinkKind = kind[0]; }},
@@ -103,8 +103,8 @@ struct LinkPlayer : TestProgram {
         {"forget", [&](auto) { state.IPConnectedFlag = false; }},
         {"cancel", [&](auto) { state.IPConnectingFlag = false; }},
         {"shown", [&](auto) {
-            const std::string &main = looks[0]->caption, &panel = looks[3]->caption;
-            note(main + (main == panel ? "" : ", panel " + panel));
+            const bool same = looks[0]->caption == looks[3]->caption;
+            note(looks[0]->caption + (same ? "" : ", panel " + looks[3]->caption));
         }},
         {"log", [&](auto) { for (const std::string &line : serialPort.log) note(line); }},
         {"progress", [&](auto) {
@@ -128,7 +128,7 @@ struct LinkPlayer : TestProgram {
                 std::string caption;
                 for (const LinkStatusView *look : looks) {
                     const bool same = *look == LinkStatusView();
-                    notes += same ? ' ' : "fngrd"[static_cast<int>(look->colour)];
+                    notes += same ? ' ' : (look->linkUp ? "FNGRD" : "fngrd")[int(look->colour)];
                     caption = same || look->caption == caption ? caption : caption + look->caption;
                 }
                 note(caption + (state.LinkShownFlag ? "+" : ""));
@@ -200,8 +200,11 @@ private Q_SLOTS:
         row("S; ask CFG ?; disconnect; ask A; send A; open; close",
             unit + unit + " --+++ CFG ?\r| 0.3");
         row("E; disconnect; kind S; ask CFG ?", unit + "S++--- CFG ?\r| 0.3");
-        row("S; 0.1: end; status; send A; close; kind S; open", before + "S--+++ STA O A\r| 0.1");
-        row("E; 0.1: end; status; send A; close; kind E; open", before + "E++--- |STA O A\r 0.1");
+        row("S; 0.1: end; config; send A; close; kind S; open",
+            "60 before,\r\nKVN-16x16-RGBA\r\n; S--+++ CFG ?\r\n| 0.1");
+        row("E; say; 0.1: end; status; ask A; close", before + "50 ; E++--- |STA O A\r 0.1");
+        row("S; say; 0.1: leave; status", before + "S+++++ STA O A\r| 0.3");
+        row("S; 0.4: leave; status", before + "S+++++ STA O A\rSTA O A\r| 0.6");
         // Replies that are cut, late or overtaken, also by other acts of a busy program
         row("S; slow 0.25; split 9; ask CFG ?; split 0; config",
             "60 \r\nKVN-16x; 0 RGB 16x16 with Audio,16-RGBA\r\n\r\nKVN-16x16-RGBA\r\n; "
@@ -209,7 +212,6 @@ private Q_SLOTS:
         row("S; slow 0.4; ask CFG ?; wait 0.2; pick 7; say; ask A",
             "50 ; 50 ; S+++++ CFG ?\rA\r| 0.8");
         row("S; slow 0.5; 0.1: wait 1; ask CFG ?", unit + "S+++++ CFG ?\r| 1.1");
-        row("E; slow 0.9; 0.1: wait 1; ask CFG ?", unit + "E+++++ |CFG ?\r 1.1");
         row("S; 0.1: ask CFG ?; ask VOL L 1?", unit + unit + "S+++++ VOL L 1?\rCFG ?\r| 0.4");
         // COM ports
         row("test 7; log", "open 7 115200,N,8,1; close;  +---- | 0");
@@ -241,8 +243,6 @@ private Q_SLOTS:
             "3 Connecting to 10.0.0.5 ..; E+++-- | 3");
         row("E; forget; host 1; 3: end; dial; progress",
             "3 now Connecting to 10.0.0.5 ..; E+++-- | 3");
-        row("E; forget; host 1; 3: dial; 14: close; dial; progress",
-            "9 now Connecting to 10.0.0.5 ......; E++--- | 15");
         row("E; sending 1.5; send A; send B", "E+++++ |A\rB\r 1.5");
         // Links that end, and what the user is told
         row("S; 1: lose S; wait 1; shown", "Not Connected; S--+++ | 1");
@@ -278,12 +278,12 @@ private Q_SLOTS:
             "Try Again ; S+++++ STA O A\r| 0.3");
         // The displays
         row("looks SE", "rrr Not Connected;    rNot Connected; r r Not Connected;      +-+-- | 0");
-        row("kind S; looks S", "fff Connected on COM10+;    fConnected on COM10; "
-            "f   Connected on COM10+; g  gConnected; S+---- | 0");
+        row("kind S; looks S", "FFF Connected on COM10+;    FConnected on COM10; "
+            "F   Connected on COM10+; G  GConnected; S+---- | 0");
         row("kind S; looks E", "rrr Not Connected;    rNot Connected; r   Not Connected; "
             "d  dNot Connected; S--+-- | 0");
-        row("kind E; looks E", "nnn Connected to 10.0.0.5+;    nConnected to 10.0.0.5; "
-            "n   Connected to 10.0.0.5+; n  nEthernet Port Opened; E--+-- | 0");
+        row("kind E; looks E", "NNN Connected to 10.0.0.5+;    NConnected to 10.0.0.5; "
+            "N   Connected to 10.0.0.5+; N  NEthernet Port Opened; E--+-- | 0");
         row("kind E; looks S", "rrr Not Connected;    rNot Connected; r r Not Connected; "
             "r  rNot Connected; E+---- | 0");
         // clang-format on
