@@ -1,12 +1,284 @@
 #pragma once
 
+#include "machine/LinkError.h"
 #include "machine/Machine.h"
 #include "simulator/UnitPort.h"
-#include "support/FakeFileStore.h"
-#include "support/FakeSerialPort.h"
-#include "support/FakeTcpSocket.h"
 
+#include <algorithm>
+#include <map>
+#include <set>
+#include <stdexcept>
 #include <utility>
+#include <vector>
+
+/// An event pump with a clock of its own. Time passes only in waits, from one scheduled happening
+/// to the next, so a test says exactly what happens when and never sleeps.
+class FakePump : public EventPump {
+public:
+    /// Schedules a happening `seconds` from now.
+    void in(double seconds, std::function<void()> happening) {
+        scheduled.emplace(clock + seconds, std::move(happening));
+    }
+
+    /// Asked in every turn of every wait: what the user does as soon as there is something to do.
+    std::function<void()> eachTurn = [] {};
+
+    [[nodiscard]] double now() const override { return clock; }
+
+    void runQueued() override {
+        show();
+        eachTurn();
+        while (!ended() && !scheduled.empty() && scheduled.begin()->first <= clock)
+            runNext();
+    }
+
+    /// The user's turn is a batch of its own: what is done in it may end the wait.
+    /// @throws std::logic_error for a wait that nothing scheduled can end
+    void runEvents(std::optional<double> deadline) override {
+        if (ended())
+            return;
+        show();
+        if (!turnTaken) {
+            eachTurn();
+            turnTaken = true;
+            return;
+        }
+        turnTaken = false;
+        if (!scheduled.empty() && (!deadline || scheduled.begin()->first <= *deadline))
+            runNext();
+        else if (deadline)
+            clock = std::max(clock, *deadline);
+        else if (++idleBatches == 100)
+            throw std::logic_error("a wait has no way out");
+        turnTaken = false;
+    }
+
+private:
+    void runNext() {
+        auto next = scheduled.extract(scheduled.begin());
+        clock = std::max(clock, next.key());
+        idleBatches = 0;
+        next.mapped()();
+    }
+
+    double clock = 1000.0;
+    std::multimap<double, std::function<void()>> scheduled;
+    bool turnTaken = false;
+    int idleBatches = 0; ///< in a row, with nothing to run and nothing to wait for
+};
+
+/// The way from a fake transport to a device and back: hands on what is written and brings each
+/// answer back later, whole or in pieces.
+class FakeWire {
+public:
+    explicit FakeWire(FakePump &fakePump) : pump(fakePump) {}
+
+    /// Bytes in, bytes out; a device that says nothing gives an empty text.
+    std::function<std::string(std::string_view)> device = [](auto) { return std::string(); };
+    double delay = 0.01;     ///< seconds until the first piece of an answer
+    std::size_t split = 0;   ///< bytes in a piece; 0: whole
+    double pieceDelay = 0.0; ///< seconds between pieces
+    std::string written;     ///< all that was ever written
+
+    /// Passes `text` to the device; `deliver` gets the pieces of its answer.
+    void pass(std::string_view text, const std::function<void(std::string)> &deliver) {
+        written += text;
+        const std::string answer = device(text);
+        const std::size_t length = split == 0 ? answer.size() : split;
+        double due = delay;
+        for (std::size_t at = 0; at < answer.size(); at += length, due += pieceDelay)
+            pump.in(due, [deliver, piece = answer.substr(at, length)] { deliver(piece); });
+    }
+
+private:
+    FakePump &pump;
+};
+
+/// The serial ports of a machine in memory. One device answers, on whichever port is open.
+class FakeSerialPort : public SerialPort {
+public:
+    explicit FakeSerialPort(FakePump &pump) : wire(pump) {}
+
+    FakeWire wire;
+    std::set<int> present;                  ///< ports that open
+    std::optional<std::size_t> writeLimit;  ///< bytes that still go out before a write fails
+    std::map<int, std::string> devices;     ///< of ports that are not tty and the number
+    std::map<int, LinkFailure> failures;    ///< of ports that do not open; the others': NoDevice
+    std::map<int, SerialDeviceFacts> facts; ///< of ports that are not just there
+    std::string holderName;                 ///< of every port
+    std::vector<std::string> log;           ///< "open 7 38400,N,8,1", "close"
+
+    /// Takes the open device away, as when its cable is pulled, and tells so.
+    void vanish() {
+        present.erase(openPort);
+        if (std::exchange(openPort, 0) != 0)
+            lost();
+    }
+    /// Bytes that arrive without having been asked for.
+    void receive(std::string_view bytes) { input += bytes; }
+
+    [[nodiscard]] SerialDevice device(int number) const override {
+        const auto renamed = devices.find(number);
+        return {number, renamed == devices.end() ? usualName(number) : renamed->second};
+    }
+    [[nodiscard]] std::vector<SerialDeviceFacts>
+    look(const std::vector<SerialDevice> &asked) const override {
+        std::vector<SerialDeviceFacts> all;
+        for (const SerialDevice &device : asked) {
+            const auto known = facts.find(device.number);
+            all.push_back(known != facts.end() ? known->second : SerialDeviceFacts());
+            if (present.contains(device.number))
+                all.back().presence = SerialDeviceFacts::Presence::There;
+        }
+        return all;
+    }
+    [[nodiscard]] std::string holder(const SerialDevice &) const override { return holderName; }
+    void open(const SerialDevice &device, std::string_view settings) override {
+        openPort = 0;
+        place = "COM" + std::to_string(device.number);
+        if (!present.contains(device.number))
+            throw LinkError("Opening", place, "no such device",
+                            failures.contains(device.number) ? failures[device.number]
+                                                             : LinkFailure::NoDevice);
+        openPort = device.number;
+        const bool usual = device.name == usualName(device.number);
+        log.push_back("open " + std::to_string(device.number) + " " + std::string(settings) +
+                      (usual ? "" : " " + device.name));
+    }
+    void close() override {
+        openPort = 0;
+        log.emplace_back("close");
+    }
+    [[nodiscard]] bool isOpen() const override { return openPort != 0; }
+    void discardBuffers() override { input.clear(); }
+    void write(std::string_view text) override {
+        if (!isOpen())
+            throw LinkError("Writing to", place, "the port is not open");
+        if (writeLimit && text.size() > *writeLimit)
+            throw LinkError("Writing to", place, "input/output error");
+        if (writeLimit)
+            *writeLimit -= text.size();
+        wire.pass(text, [this](const std::string &piece) { input += piece; });
+    }
+    std::string readAll() override { return std::exchange(input, {}); }
+
+private:
+    static std::string usualName(int number) { return "tty" + std::to_string(number); }
+
+    int openPort = 0;
+    std::string place = "COM0";
+    std::string input;
+};
+
+/// A TCP connection in memory.
+class FakeTcpSocket : public TcpSocket {
+public:
+    explicit FakeTcpSocket(FakePump &fakePump) : wire(fakePump), pump(fakePump) {}
+
+    enum class Host { Answers, Silent, Refuses, Unreachable };
+
+    FakeWire wire;
+    Host host = Host::Answers;
+    double connectDelay = 0.05;             ///< seconds until the host answers or refuses
+    double sendDelay = 0.0;                 ///< seconds until a send is complete
+    std::optional<std::size_t> closesAfter; ///< the peer closes once it took so many bytes
+    std::vector<std::string> log;           ///< "connect 10.0.0.5:23", "close"
+
+    /// The other side ends the connection.
+    void peerCloses() {
+        reason = "the remote host closed the connection";
+        if (std::exchange(currentState, SocketState::Closed) == SocketState::Connected)
+            lost();
+    }
+
+    [[nodiscard]] SocketState state() const override { return currentState; }
+    void connectTo(std::string_view address, int port) override {
+        place = std::string(address) + " port " + std::to_string(port);
+        log.push_back("connect " + std::string(address) + ":" + std::to_string(port));
+        currentState = SocketState::Connecting;
+        const int mine = ++connection;
+        if (host == Host::Silent)
+            return;
+        pump.in(connectDelay, [this, mine] {
+            if (mine == connection)
+                finishConnect();
+        });
+    }
+    void close() override {
+        log.emplace_back("close");
+        currentState = SocketState::Closed;
+        reason = "the connection is closed";
+        ++connection;
+    }
+    void send(std::string_view text) override {
+        if (currentState != SocketState::Connected)
+            throw LinkError("Sending to", place, reason);
+        if (closesAfter && wire.written.size() + text.size() > *closesAfter) {
+            pump.in(0.0, [this] { peerCloses(); });
+            return;
+        }
+        const auto alive = [this, mine = connection] {
+            return mine == connection && currentState == SocketState::Connected;
+        };
+        pump.in(sendDelay, [this, alive] {
+            if (alive())
+                sendComplete();
+        });
+        wire.pass(text, [this, alive](const std::string &piece) {
+            if (!alive())
+                return;
+            input += piece;
+            dataArrival();
+        });
+    }
+    std::string readAll() override { return std::exchange(input, {}); }
+    [[nodiscard]] std::string failureReason() const override { return reason; }
+
+private:
+    void finishConnect() {
+        if (host == Host::Answers) {
+            currentState = SocketState::Connected;
+            connectComplete();
+            return;
+        }
+        currentState = host == Host::Refuses ? SocketState::Closed : SocketState::Failed;
+        reason = "the host did not take the connection";
+    }
+
+    FakePump &pump;
+    SocketState currentState = SocketState::Closed;
+    int connection = 0; ///< counts connects, so that happenings of an old one are dropped
+    std::string place;
+    std::string reason = "the connection is closed";
+    std::string input;
+};
+
+/// Files in memory.
+class FakeFileStore : public FileStore {
+public:
+    std::map<std::string, std::string> contentsOf; ///< by path
+    std::string failure;                           ///< what every replace fails with; empty: none
+    std::string readFailure;                       ///< what every read fails with; empty: none
+
+    bool exists(const std::string &path) const override { return contentsOf.contains(path); }
+    std::string read(const std::string &path, std::string &contents) const override {
+        if (readFailure.empty())
+            contents = contentsOf.at(path);
+        return readFailure;
+    }
+    std::string replace(const std::string &path, std::string_view contents,
+                        const std::string &backupPath) override {
+        if (!failure.empty())
+            return failure;
+        if (exists(path))
+            contentsOf[backupPath] = contentsOf[path];
+        contentsOf[path] = contents;
+        return {};
+    }
+    std::string join(const std::string &folder, const std::string &name) const override {
+        return folder + "/" + name;
+    }
+};
 
 /// A machine in memory, joined to one simulated unit: on COM7, and at any address that is
 /// connected.

@@ -1,295 +1,131 @@
-#include "support/TestProgram.h"
-#include "support/checkRows.h"
+#include "support/Player.h"
 
-#include <algorithm>
-#include <map>
-#include <sstream>
-
-namespace {
-
-// What is played, and what comes of it.
-const std::vector<std::array<std::string, 2>> Plays{
-    {"none serial read ok look frame",
-     "! There are no COM ports available for updating\r\nClose any serial communications programs "
-     "in use, or connect a USB to Serial Adapter Cable. < > down x0"},
-    {"serial look 20 read ok look done",
-     "<S found> ! Please make sure the Zarn is connected to the Comm Port 20 Cable before "
-     "proceeding! <S found#2+ on COM20 up> panel on COM20# 20 x0"},
-    {"serial 7 ok none 1 ok look frame", "! ! <S found#0 down dark> down 7 x0"},
-    {"serial 7 ok 1 frame @3 lose plug take", "! ! panel on COM7#DIS ,\rSTA O A\rSTA O A\r 7 7 x0"},
-    {"serial 7 ok 1 look ok done @3 lose plug take",
-     "! ! <S found#0+ on COM7 ! up> panel on COM1#DIS ,\rSTA O A\rSTA O A\r 7 1 1 x0"},
-    {"serial 1 serial look ok 7 ok done", "! <S found Comm1 Comm7 Comm20 !> ! panel on COM7# 7 x0"},
-    {"serial 7 ok 1 ethernet ok look frame", "! ! <E ... idle+ down> down 7 x0"},
-    {"serial 7 ok ethernet look frame", "! <E ... idle+ down> down 7 x0"},
-    {"serial 7 ok serial look frame", "! <S found Comm1 Comm7 Comm20 down> down 7 x0"},
-    {"serial 7 ok lose done", "! down 7 x0"},
-    {"serial 1 frame find look frame", "! < > down x0"},
-    {"serial 7 ok done @3 exit find look frame", "! < > down# 7 x0"},
-    {"serial ~frame ~find look serial look frame", "< > <S found> down x0"},
-    {"serial ~ethernet look 10.0.0.5 dial", "<E ... idle+> panel to A# x1"},
-    {"serial ~serial look frame", "<S Found Comm Ports: Comm1 Comm1 Comm7 Comm20> down x0"},
-    {"ethernet look 10.0.0.5 look dial", "<E ... idle+> <E A idle+> panel to A# x1"},
-    {"refuses call @4.1 look @4.3 dial read look ok look frame find look ethernet look frame",
-     "<E A ~.> ! Unable to connect using that IP address, check the address and try again. <E A ~. "
-     "!> <E A idle+> <E A idle+> <E ... idle+> down x2"},
-    {"refuses call @5 ethernet look ok look frame", "! <E ... idle+ !> <E ... idle+> down x2"},
-    {"silent call dial look @11 look @13 look @24 look @24.3 ok look frame",
-     "<E A ~.> <E A ~......> <E A ~.> <E A ~......> ! <E A idle+> down x12"},
-    {"slow call @30 ok @35 look frame", "! <E A idle+> down x12"},
-    {"silent call @13 answers", "panel to A# x8"},
-    {"silent call @3 ethernet look @25 ok frame", "<E ... ~..> ! down x12"},
-    {"silent call @3 serial 7 ok done", "! panel on COM7# 7 x2"},
-    {"silent call @3 answers again look dial", "<E A idle+> panel to A# x3"},
-    {"silent call @3 again ethernet 10.0.0.9 dial @20 look @40 ok frame",
-     "<E 10.0.0.9 Connecting to 10.0.0.9 ...> ! down x2"},
-    {"= call @2 read ok known", "! Unable to get Corvane Configuration to ACFG ?\r\n x1"},
-    {"= serial 7 ok done @2 ok =hello find", "! ! panel on COM7CFG ?\r\n# 7 x0"},
-    {"= serial 7 ok done @2 label find frame look ok", "! ! <  !> downCFG ?\r\n 7 x0"},
-    {"=KVN-32x32-RGBA call @3 exit =KVN-8x4-C find dial @6 read ok =KVN-8x4-HDA find",
-     "! The buttons of KVN-8x4-C do not fit the panel: ButtonInput has no index 33 (0 to 32). "
-     "panel to A#CFG ?\r\n# x2"},
-    {"10.0.0.5 frame find look frame", "< > down x0"},
-    {"serial why frame find why frame", "(COM1 (tty1, FTDI)+|COM7 (tty7)+|COM8 (tty8): "
-                                        "held by minicom|COM20 (tty20)+||end) () down x0"},
-    {"serial 7 ok none 1 ok why ethernet why frame",
-     "! ! (COM1 (tty1, FTDI): gone|COM7 (tty7)+|COM8 (tty8): held by minicom|COM20 (tty20)+||plug|"
-     "end) (COM1 (tty1, FTDI): gone|COM7 (tty7)+|COM8 (tty8): held by minicom|COM20 (tty20)+||plug|"
-     "end) down 7 x0"},
-    {"none serial why ok why serial ok frame",
-     "! (COM8 (tty8): held by minicom||end) (COM8 (tty8): held by minicom||end) ! down x0"},
-    {"refuses call @5 why ok tell why ok frame",
-     "! (A refused the connection on port 23 (the host did not take the connection).|A device is "
-     "at that address; check that it is the Zarn, and that nobody else is connected to it.) ! () "
-     "told down x2"},
-    {"unreachable call @25 why ok frame",
-     "! (A cannot be reached (the host did not take the connection).|Check the address, and the "
-     "network of this computer.) down x12"},
-    {"silent call @25 why ok frame", "! (A gave no answer on port 23.|Check the address, and that "
-                                     "the Zarn has power and a network cable.) down x12"},
-    {"call @0.4 find", "panel to ACFG ?\r\n# x1"},
-    {"call @3 label", "panel down# x1"},
-    {"frame tell tell read ok", "! ! told told told down x0"},
-    {"frame tell box ok shut", "! boxed! boxed told down x0"},
-    {"frame ask dismiss ask yes ask dismiss ask no", "- asked! + + - down x0"}};
-
-/// A text with what often occurs in it made short.
-std::string shortened(std::string text) {
-    for (const auto &[often, mark] :
-         {std::pair<std::string, std::string>("CFG ?\r\nSTA O A\rSTA O A\r", "#"),
-          {"KVN32x32Audio frmMain", "panel"},
-          {"frmMain ", ""},
-          {"Not Connected", "down"},
-          {"Connect to ...", "idle"},
-          {"Connecting to 10.0.0.5 ", "~"},
-          {"10.0.0.5", "A"},
-          {"Connected ", ""},
-          {": can be opened", "+"},
-          {": the device is gone", ": gone"},
-          {"Plug in what is gone, then choose Serial Port again.", "plug"},
-          {"End the program that holds a port, then choose Serial Port again.", "end"},
-          {"Found Comm Ports: Comm1 Comm7 Comm20", "found"}}) {
-        for (auto at = text.find(often); at != std::string::npos; at = text.find(often))
-            text.replace(at, often.size(), mark);
-    }
-    return text;
-}
-
-/// The program, with COM1, 7, 20 and 21, and a COM8 that does not open, played by words, a tenth of
-/// a second apart: what the user does and what happens to the machine. "@5" lets the next word come
-/// at 5 s, "~" in the search when it has found the first port. A number picks that port, an address
-/// is typed, "=" and a text is what the unit answers to CFG.
-class Play : public TestProgram {
-public:
-    Play() {
-        serialPort.present = {1, 7, 20, 21};
-        serialPort.facts[1].adapter = "FTDI";
-        serialPort.facts[8].presence = SerialDeviceFacts::Presence::There;
-        serialPort.failures[8] = LinkFailure::NotPermitted;
-        serialPort.holderName = "minicom";
-        pump.eachTurn = [this] { turn(); };
-        for (FakeWire *wire : {&serialPort.wire, &socket.wire})
-            wire->device = [this, answer = wire->device](std::string_view command) {
-                return configuration && command[1] == 'F' ? *configuration : answer(command);
-            };
-    }
-
-    std::string log; ///< "!" for each message, and what was looked at
-
-    std::string run(const std::string &words) {
-        std::istringstream stream("find " + words);
-        double due = 0.0;
-        for (std::string word; stream >> word;) {
-            if (word[0] == '@')
-                due = std::stod(word.substr(1));
-            else if (word[0] == '~')
-                inSearch.push_back(word.substr(1));
-            else
-                pump.in(std::exchange(due, due + 0.1), [this, word] { act(word); });
-        }
-        pump.runFor(200.0, [] { return false; });
-        return shortened(log + outcome());
-    }
-
-    void act(const std::string &word) {
-        dlgConnect &dialog = program.connectForm;
-        Messages &user = program.messages;
-        const MessageViews &boxes = views.messages;
-        using Host = FakeTcpSocket::Host;
-        const auto host = [this](Host acts) { return [this, acts] { socket.host = acts; }; };
-        const std::map<std::string, std::function<void()>> words{
-            {"find", [&] { program.startForm.MainControlButton_Click(0); }},
-            {"ethernet", [&] { dialog.ConnectIPOption_Click(); }},
-            {"serial", [&] { dialog.ConnectSerialOption_Click(); }},
-            {"dial", [&] { dialog.IPAddressQuadConnect_Enter(3); }},
-            {"call", [&] { act("ethernet"), act("10.0.0.5"), act("dial"); }},
-            {"done", [&] { dialog.Connect2SerialButton_Click(); }},
-            {"frame", [&] { dialog.unload(); }},
-            {"ok", [&] { user.dlgOK().unload(); }},
-            {"read", [&] { log += boxes.dlgOK.OKLabel.text + " "; }},
-            {"look", [&] { log += shown(); }},
-            {"why", [&] { log += "(" + hint() + ") "; }},
-            {"known", [&] { dialog.HandleIPOnly(), dialog.waitUntilLeft(); }},
-            {"again", [&] { act("frame"), act("find"); }},
-            {"tell", [&] { user.ShowMessage("told"), log += "told "; }},
-            {"box", [&] { user.ShowPlainBox("boxed"), log += "boxed "; }},
-            {"ask", [&] { user.AskYesNo("asked"), log += user.answered() ? "+ " : "- "; }},
-            {"shut", [&] { log += boxes.plainBox.OKLabel.text + "! ", user.plainBox().unload(); }},
-            {"dismiss", [&] { user.dlgYesNo().unload(); }},
-            {"yes", [&] { log += boxes.dlgYesNo.YesNoText.text + "! ", user.answer(true); }},
-            {"no", [&] { user.answer(false); }},
-            {"label", [&] { program.startForm.ZarnConnectedLabel_Click(); }},
-            {"exit", [&] { program.panelForm.ExitButton_Click(); }},
-            {"take", [&] { program.panelForm.TakeButton_Click(); }},
-            {"quit", [&] { program.startForm.unload(); }},
-            {"lose", [&] { serialPort.vanish(); }},
-            {"plug",
-             [&] {
-                 serialPort.present.merge(std::set{1, 7});
-             }},
-            {"none", [&] { serialPort.present.clear(); }},
-            {"slow", [&] { socket.connectDelay = 2.5; }},
-            {"answers", host(Host::Answers)},
-            {"silent", host(Host::Silent)},
-            {"unreachable", host(Host::Unreachable)},
-            {"refuses", host(Host::Refuses)}};
-        const auto &ports = views.connect.SerialPortsCombo.entries;
-        if (word[0] == '=')
-            configuration = word.substr(1);
-        else if (word.find('.') != std::string::npos)
-            typeAddress(word);
-        else if (std::isdigit(word[0]))
-            dialog.SerialPortsCombo_Click(
-                static_cast<int>(std::ranges::find(ports, "Comm" + word) - ports.begin()));
-        else
-            words.at(word)();
-    }
-
-    /// The ports that were opened for use, and how often the host was dialled.
-    [[nodiscard]] std::string used() const {
-        std::string text;
-        for (const std::string &entry : serialPort.log)
-            text += entry.ends_with(" 38400,N,8,1") ? entry.substr(4, entry.find(' ', 5) - 4) : "";
-        return text + " x" + std::to_string(std::ranges::count(socket.log, "connect 10.0.0.5:23"));
-    }
-
-private:
-    std::vector<std::string> inSearch;
-    std::optional<std::string> configuration;
-    int messagesSeen = 0;
-
-    void turn() {
-        const int shown = views.messages.dlgOK.form.raised;
-        if (std::exchange(messagesSeen, shown) != shown)
-            log += "! ";
-        if (program.link.FindingPortsFlag && program.link.PortsFoundCount == 1) {
-            for (const std::string &word : std::exchange(inSearch, {}))
-                act(word);
-        }
-    }
-
-    /// The dialog: the option, what its frame shows, "+" for a button that can be clicked, the
-    /// link.
-    [[nodiscard]] std::string shown() const {
-        const ConnectView &view = views.connect;
-        const LinkStatusView &status = view.status;
-        const ListControl &ports = view.SerialPortsCombo;
-        std::string text = std::string("<") + (view.ConnectIPOption.lit ? "E" : "") +
-                           (view.ConnectSerialOption.lit ? "S " : " ");
-        for (const Control &box : view.IPAddressQuadConnect.boxes)
-            text += view.IPAddressFrame.visible ? box.text + "." : "";
-        text.back() = ' ';
-        if (view.IPAddressFrame.visible)
-            text += view.Label2.text + (view.Connect2IPButton.enabled ? "+" : "");
-        if (view.SerialConnectionFrame.visible) {
-            text += view.Label1.text + (ports.control.visible ? ":" : "");
-            for (const std::string &port : ports.entries)
-                text += " " + port;
-            text += (ports.chosen < 0 ? "" : "#" + std::to_string(ports.chosen)) +
-                    (view.Connect2SerialButton.enabled ? "+" : "");
-        }
-        text += (status.labelVisible ? " " + status.caption : "") +
-                (views.messages.dlgOK.form.loaded ? " !" : "");
-        return text + (status.colour == LinkColour::SerialDown ? " dark" : "") +
-               (status.linkUp ? " up> " : "> ");
-    }
-
-    /// What the pointer and a screen reader tell beside the message, or the serial option and its
-    /// list.
-    [[nodiscard]] std::string hint() const {
-        const bool message = views.messages.dlgOK.form.loaded;
-        const Control &ports = views.connect.SerialPortsCombo.control;
-        const Control &shown =
-            message ? views.messages.dlgOK.OKLabel : views.connect.ConnectSerialOption;
-        if (shown.toolTip != shown.description || (!message && shown.toolTip != ports.toolTip) ||
-            ports.toolTip != ports.description)
-            return "not the same everywhere";
-        std::string text = shown.toolTip;
-        std::ranges::replace(text, '\n', '|');
-        return text;
-    }
-
-    /// What does not fit together; the forms, the link, what was sent, what was used.
-    [[nodiscard]] std::string outcome() {
-        const std::string link = pump.ended() ? "ended" : views.main.status.caption;
-        const LinkState &state = program.link;
-        const bool closed = socket.state() == SocketState::Closed;
-        std::string text = serialPort.isOpen() != link.starts_with("Connected on") ? "PORT " : "";
-        text += closed == link.starts_with("Connected to") ? "SOCKET " : "";
-        text += views.panel.form.loaded && views.panel.status.caption != link ? "PANEL " : "";
-        text += !pump.ended() && (state.IPConnectingFlag || state.FindingPortsFlag) ? "BUSY " : "";
-        return text + loaded() + " " + link + takeWritten() + used();
-    }
-};
-
-} // namespace
-
+// The words are listed in support/Player.cpp.
+// clang-format off
 class ConnectTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    // Found are COM1, 7 and 20; 21 is not searched. All from the start window on.
     void plays() {
-        checkRows(Plays, [](const std::string &words) { return Play().run(words); });
+        const std::string found = "(S found: Comm1 Comm7 Comm20";
+        checkPlays({
+            {"ports= & find serial ok ?dialog -connect", "{no ports} (-) main down ---? ---- x0"},
+            {"& find serial ?dialog port20 ok ?dialog done", found + ") {reminder 20} " + found +
+             "#2+ on COM20) main panel on COM20 ++++o ---- # 20 x0"},
+            {"& find serial port7 ok ports=20 port1 ok ?dialog ?link -connect",
+             "{reminder 7} {reminder 1} (S found: Comm1 Comm7 Comm20#0 down dark) ---- main down "
+             "---- ---- 7 x0"},
+            {"& find serial port7 ok port1 -connect @3 lose ports=1,7 take",
+             "{reminder 7} {reminder 1} main panel on COM7 ++++o ---- #DIS ,;Q 7 7 x0"},
+            {"& find serial port7 ok port1 ?dialog ok done @3 lose ports=1,7 take",
+             "{reminder 7} {reminder 1} (S found: Comm1 Comm7 Comm20#0+ on COM7) main panel on "
+             "COM1 ++++o ---- #DIS ,;Q 7 1 1 x0"},
+            {"& find serial port1 serial ?dialog ok port7 ok done",
+             "{reminder 1} (S found: Comm1 Comm7 Comm20 Comm1 Comm7 Comm20) {reminder 7} main "
+             "panel on COM7 ++++o ---- # 7 x0"},
+            {"& find serial port7 ok port1 ethernet ok ?dialog -connect",
+             "{reminder 7} {reminder 1} (E ... idle+ down) main down ---? ---- 7 x0"},
+            {"& find serial port7 ok ethernet ?dialog -connect",
+             "{reminder 7} (E ... idle+ down) main down ---? ---- 7 x0"},
+            {"& find serial port7 ok serial ?dialog -connect",
+             "{reminder 7} (S found: Comm1 Comm7 Comm20 Comm1 Comm7 Comm20 down) main down ---? "
+             "---- 7 x0"}, {"& find serial -connect port7", "main down ---? ---- x0"},
+            {"& find find call", "main panel to 10.0.0.5 ++++o ---- # x1"},
+            {"& find call @3 -main", "to 10.0.0.5 ++++ ---- # x1"},
+            {"& find serial port7 ok done @3 -main", "{reminder 7} down ---+ ---- # 7 x0"},
+            {"& find serial port7 ok lose done", "{reminder 7} main down ---- ---- 7 x0"},
+            {"& find serial port1 -connect ok find ?dialog -connect port7",
+             "{reminder 1} (-) main down ---? ---- x0"},
+            {"& find serial port7 ok done @3 exit find ?dialog -connect",
+             "{reminder 7} (-) main down ---- ---- # 7 x0"},
+            {"ports=1,2 ~search:-connect & find serial ?kind find ?dialog -connect",
+             "- (-) main down ---? ---- x0"},
+            {"ports=1,2 ~search:ethernet & find serial ?dialog ip=10.0.0.5 dial",
+             "(E ... idle+) main panel to 10.0.0.5 ++++o ---- # x1"},
+            {"~search:-connect/find & find serial ?dialog serial ?dialog -connect",
+             "(-) (S found: Comm1 Comm7 Comm20) main down ---? ---- x0"},
+            {"~search:serial & find serial ?dialog -connect",
+             "(S found: Comm1 Comm1 Comm7 Comm20) main down ---? ---- x0"},
+            {"& find ethernet ?dialog ip=10.0.0.5 ?dialog dial",
+             "(E ... idle+) (E 10.0.0.5 idle+) main panel to 10.0.0.5 ++++o ---- # x1"},
+            {"host=2 & find call @4.1 ?dialog @4.3 dial ok ?dialog -connect find ?dialog ethernet "
+             "?dialog -connect", "(E 10.0.0.5 dialling .) {no answer} (E 10.0.0.5 idle+) (E "
+             "10.0.0.5 idle+) (E ... idle+) main down ---? ---- x2"},
+            {"host=2 & find call @5 ethernet ?dialog -connect",
+             "{no answer} (E ... idle+) main down ---? ---- x2"},
+            {"host=1 & find call dial ?dialog @11 ?dialog @13 ?dialog @24 ?dialog @24.3 ok "
+             "?dialog -connect", "(E 10.0.0.5 dialling .) (E 10.0.0.5 dialling ......) (E "
+             "10.0.0.5 dialling .) (E 10.0.0.5 dialling ......) {no answer} (E 10.0.0.5 idle+) "
+             "main down ---? ---- x12"},
+            {"slow & find call @30 ok @35 ?dialog -connect", "{no answer} (E 10.0.0.5 idle+) main "
+             "down ---? ---- x12"},
+            {"host=1 & find call @13 host=0", "main panel to 10.0.0.5 ++++o ---- # x8"},
+            {"host=1 & find call @3 ethernet ?dialog @25 -connect",
+             "(E ... dialling ..) {no answer} main down ---? ---- x12"},
+            {"host=1 & find call @3 serial ?flags port7 ok done",
+             "---- {reminder 7} main panel on COM7 ++++o ---- # 7 x2"},
+            {"host=1 & find call @3 host=0 -connect find ?dialog dial",
+             "(E 10.0.0.5 idle+) main panel to 10.0.0.5 ++++o ---- # x3"},
+            {"host=1 & find call @3 -connect find ethernet ip=10.0.0.9 dial @20 ?dialog @40 ok "
+             "-connect", "(E 10.0.0.9 Connecting to 10.0.0.9 ...) {no answer} main down ---? ---- "
+             "x14"},
+            {"CFG= & find call @2 ok", "{no configuration} main to 10.0.0.5 +++?o ---- CFG; x1"},
+            {"CFG= & find serial port7 ok done @2 ok CFG=hello find",
+             "{reminder 7} {no configuration} main panel on COM7 ++++o ---- CFG;# 7 x0"},
+            {"CFG= & find serial port7 ok done @2 label find ?kind -connect ?dialog ok",
+             "{reminder 7} {no configuration} - (-) main down ---- ---- CFG; 7 x0"},
+            {"CFG=KVN-32x32-RGBA & find call @3 exit CFG=KVN-8x4-C find dial @6 ok "
+             "CFG=KVN-8x4-HDA find", "{The buttons of KVN-8x4-C do not fit the panel: ButtonInput "
+             "has no index 33 (0 to 32).} main panel to 10.0.0.5 ++++o ---- #CFG;# x2"},
+            {"& find ip=10.0.0.5 -connect find ?dialog -connect", "(-) main down ---? ---- x0"},
+            {"& find serial ?why -connect find ?why -connect",
+             "(COM1 (tty1, FTDI)+|COM7 (tty7)+|COM8 (tty8): held by minicom|COM20 (tty20)+||end) "
+             "() main down ---? ---- x0"},
+            {"& find serial port7 ok ports=7,20,21 port1 ok ?why ethernet ?why -connect",
+             "{reminder 7} {reminder 1} (COM1 (tty1, FTDI): gone|COM7 (tty7)+|COM8 (tty8): held "
+             "by minicom|COM20 (tty20)+||plug|end) (COM1 (tty1, FTDI): gone|COM7 (tty7)+|COM8 "
+             "(tty8): held by minicom|COM20 (tty20)+||plug|end) main down ---- ---- 7 x0"},
+            {"ports= & find serial ?why ok ?why serial ok -connect",
+             "{no ports} (COM8 (tty8): held by minicom||end) (COM8 (tty8): held by minicom||end) "
+             "{no ports} main down ---? ---- x0"},
+            {"host=2 & find call @5 ?why ok tell=one ?why ok -connect",
+             "{no answer} (10.0.0.5 refused the connection on port 23 (the host did not take the "
+             "connection).|A device is at that address; check that it is the Zarn, and that "
+             "nobody else is connected to it.) {one} () told main down ---? ---- x2"},
+            {"host=3 & find call @25 ?why ok -connect", "{no answer} (10.0.0.5 cannot be reached "
+             "(the host did not take the connection).|Check the address, and the network of this "
+             "computer.) main down ---? ---- x12"},
+            {"host=1 & find call @25 ?why ok -connect", "{no answer} (10.0.0.5 gave no answer on "
+             "port 23.|Check the address, and that the Zarn has power and a network cable.) main "
+             "down ---? ---- x12"},
+            {"& find call @0.4 find", "main panel to 10.0.0.5 ++++o ---- CFG;# x1"},
+            {"& find call @3 label", "main panel down ---- ---- # x1"},
+            {"host=1 & find call @3 -panel -connect", "main down ---? ---- x2"},
+            {"& find call @3 -panel ?kind find ?kind -connect",
+             "E - main down ---- ---- # x1"}},
+            "ports=1,7,20,21 message=", "?forms ?caption ?link ?flags ?sent ?used");
     }
 
     // At any moment: nothing more is opened, dialled, sent or said.
     void leavingEndsWhatIsUnderWay() {
-        for (const auto &[words, way, after] :
-             {std::tuple("serial 7 ok 1 ok done @3 lose plug take @5 exit", "quit", " ended"),
-              {"= silent call @5 answers @8 ok find @9 ok", "quit", " ended"},
-              {"refuses call", "quit", " ended"},
-              {"silent call @30 ok frame", "frame", "down"},
-              {"silent call @30 ok frame", "serial", "down"},
-              {"silent call @30 ok frame", "again", "down"}}) {
+        for (const auto &[script, way, after] :
+             {std::tuple("serial port7 ok port1 ok done @3 lose ports=1,7 take @5 exit", "-main",
+                         ""),
+              {"serial port1 ok done @2 CFG= ethernet @5 find @8 ok find @9 ok", "-main", ""},
+              {"host=2 call", "-main", ""}, {"host=1 call @30 ok -connect", "-connect", "main"},
+              {"host=1 call @30 ok -connect", "serial", "main"}}) {
             for (double moment = 0.25; moment < 26.0; moment += 0.2) {
-                Play play;
+                Player player;
                 std::string expected;
-                play.pump.in(moment, [&, way = way, after = after] {
-                    play.takeWritten();
-                    expected = shortened(play.log) + after + play.used();
-                    play.act(way);
+                player.pump.in(moment, [&, way = way, after = after] {
+                    player.takeWritten();
+                    player.act(way);
+                    expected = player.log + after + player.look("used");
                 });
-                QCOMPARE(play.run(words), expected);
+                player.play(std::string("ports=1,7,20,21 message= & find ") + script);
+                QCOMPARE(player.log + player.look("forms") + player.look("used"), expected);
+                QCOMPARE(player.look("sent"), std::string());
             }
         }
     }
@@ -341,43 +177,49 @@ private Q_SLOTS:
     }
 
     void address() {
-        Play play;
-        dlgConnect &dialog = play.program.connectForm;
-        const AddressView &boxes = play.views.connect.IPAddressQuadConnect;
+        Player player;
+        dlgConnect &dialog = player.program.connectForm;
+        const AddressView &boxes = player.views.connect.IPAddressQuadConnect;
         dialog.LoadForm();
         dialog.ConnectIPOption_Click();
-        std::string places = play.views.connect.form.focus;
+        std::string places = player.views.connect.form.focus;
         for (int box = 0; box < 3; dialog.IPAddressQuadConnect_Enter(box++))
             places += std::to_string(boxes.cursor.box) + std::to_string(boxes.cursorMoved);
         QCOMPARE(places, std::string("ConnectIPOption011223"));
         // What is shown and kept after the box is left.
-        checkRows({{"0", "/0"}, {"1", "1/1"}, {"255", "255/255"}, {"007", "007/7"}},
+        checkRows({
+            {"0", "/0"}, {"1", "1/1"}, {"255", "255/255"}, {"007", "007/7"}},
                   [&](const std::string &typed) {
                       dialog.IPAddressQuadConnect_Change({2, 0, 3}, typed);
                       dialog.IPAddressQuadConnect_Left(2);
-                      return boxes.boxes[2].text + "/" + play.program.link.IPAddressQuads[2];
+                      return boxes.boxes[2].text + "/" + player.program.link.IPAddressQuads[2];
                   });
     }
 
-    void starts() {
-        TestProgram kvn;
-        QVERIFY(kvn.views.main.status == LinkStatusView{.caption = "Not Connected"});
-        kvn.files.contentsOf["program/KVNConfigurator.ini"] = "KVN NAME = Hall\r\n";
-        for (const std::string failure : {"", "unreadable"}) {
-            kvn.files.readFailure = failure;
-            kvn.answerMessages();
-            kvn.program.start();
-            QCOMPARE(kvn.loaded() + kvn.messages, "frmMain" + failure);
-            QCOMPARE(kvn.program.savedUnits.ControlBlockCount, 1);
-        }
-        kvn.openPanel();
-        kvn.program.startForm.minimise(true);
-        kvn.program.panelForm.unload();
-        QVERIFY(!kvn.views.main.form.minimised);
-        kvn.program.startForm.MainControlButton_Click(2);
-        QCOMPARE(kvn.loaded(), std::string("dlgControlExisting frmMain"));
+    void startWindow() {
+        checkPlays({
+            {"file start ?forms new ?operation", "main Add Corvane=Add Corvane Text3 +++--++ "
+             "//-1/-1"}, {"read=Bad. file start", "{Bad.}"}, {"open min -panel ?forms", "main"},
+            {"-main +help find units start ?forms", ""},
+            {"file units min back ?raised ?forms", "2 main"},
+            {"+help +splash ?forms -help ?forms", "main splash help main splash"}});
+        QVERIFY(TestProgram().views.main.status == LinkStatusView{.caption = "Not Connected"});
+    }
+
+    // A message that comes in the connection dialog closes with it, one from before stays.
+    void messages() {
+        checkPlays({
+            {"& tell=one tell=two ok", "{one} {two} told told main"},
+            {"& tell=one box=two ok -box", "{one} [two] told told main"},
+            {"question= & ask=1 -question ask=2 yes ask=3 -question ask=4 no",
+             "<1> no <2> yes <3> yes <4> no main"},
+            {"host=2 & find call @6 -connect", "{no answer} main"},
+            {"& tell=one find -connect ?forms ok", "{one} main message told main"},
+            {"& find tell=one tell=two -connect", "{one} {two} told told main"},
+            {"& tell=one -main", "{one} told"}}, "message=", "?forms");
     }
 };
+// clang-format on
 
 QTEST_GUILESS_MAIN(ConnectTest)
 #include "ConnectTest.moc"

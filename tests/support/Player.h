@@ -1,0 +1,68 @@
+#pragma once
+
+#include "panel/PanelControls.h"
+#include "support/TestProgram.h"
+#include "support/checkRows.h"
+
+using Rows = std::vector<std::array<std::string, 2>>;
+
+/// The program and a user who plays words: what is clicked, typed or closed, what happens to the
+/// machine, and what is looked at. Player.cpp lists them. A word may end in a number, or in "=" and
+/// a text: "iB3", "unit=-1". Each one is through before the next begins, but for these:
+///     @1.5:lose/take       at that time, in `second`s, as when all before was begun
+///     ~splash:again        as soon as that form is seen; ~search when the first port is found
+///     & find @3 serial ok  all words from here on, 0.1 s after each other, even in each other's
+///                          waits; "@3" moves the time on; then 200 s pass
+class Player : public TestProgram {
+public:
+    explicit Player(bool network = false);
+
+    /// What was said, as it came - {message}, [plain box], <question>, the status of the saved
+    /// units with "*" in a grey frame - and what was looked at. What is long there is shortened.
+    std::string log;
+    double second = 1.0;
+
+    void play(const std::string &script);
+    void act(const std::string &word);
+    [[nodiscard]] std::string look(const std::string &what);
+
+private:
+    struct Window {
+        std::string name;
+        FormView &view;
+        Form &form;
+    };
+    void turn();
+    void hear(int &heard, const FormView &form, const std::string &text,
+              const std::string &reaction);
+    void noteStatus();
+    void see(const std::string &text) { log += (log.empty() || text.empty() ? "" : " ") + text; }
+    void click(const std::string &name, const std::string &slot);
+    [[nodiscard]] bool isSeen(const std::string &name) const;
+    [[nodiscard]] std::string dialog() const;
+    [[nodiscard]] std::string why() const;
+    [[nodiscard]] std::string operation() const;
+    [[nodiscard]] std::string tip(const std::string &name);
+    [[nodiscard]] std::string picked() const;
+    [[nodiscard]] std::string outputIn(int slot) const;
+    [[nodiscard]] std::string left() const;
+    [[nodiscard]] std::string slotsOf(Side side) const;
+
+    bool overNetwork;
+    PanelView &panel = views.panel;
+    std::vector<Window> windows;
+    std::multimap<std::string, std::function<void()>> onceSeen; ///< by form
+    std::map<std::string, std::string>
+        replies; ///< to commands that begin so, instead of the unit's
+    std::string onMessage = "-message";
+    std::string onQuestion = "yes";
+    std::array<int, 3> said{}; ///< messages, plain boxes and questions that are in the log
+    std::string status;
+};
+
+/// Plays each row between the two scripts and compares the log.
+void checkPlays(const Rows &rows, const std::string &before = "", const std::string &after = "");
+
+/// The same on the serial and on the network link, with the wait of an exchange for a second; a row
+/// with "S:" or "E:" before it only on that one.
+void checkOnBothLinks(const Rows &rows, const std::string &before, const std::string &after = "");
