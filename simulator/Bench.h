@@ -11,9 +11,7 @@
 enum class Fault {
     None,
     Silence, ///< no command is answered
-    Garbage, ///< random-looking bytes stand in for each answer
     Close,   ///< the link goes down halfway through the first answer
-    Flood,   ///< the first answer repeats until the peer goes away
 };
 
 /// How answers leave by a link.
@@ -28,18 +26,20 @@ class Bench : public QObject {
     Q_OBJECT
 public:
     /// @throws std::invalid_argument if there can be no such unit
-    Bench(UnitOptions unitOptions, const LineBehaviour &behaviour)
-        : unit(std::move(unitOptions)), line(behaviour) {}
+    explicit Bench(UnitOptions unitOptions) : unit(std::move(unitOptions)) {}
 
-    void setFault(Fault fault) {
-        line.fault = fault;
-        Q_EMIT faultSet();
-    }
+    /// Carries out "latency MS", "split BYTES", "fault none", "fault silence", "fault close" or
+    /// "unplug".
+    /// @return whether it was one of these, with a number within its bounds
+    bool obey(const QString &order);
 
     Unit unit;
     LineBehaviour line;
     Transcript transcript;
 
 Q_SIGNALS:
-    void faultSet();
+    /// Answers under way are to be dropped.
+    void changed();
+    /// Every link is to go down.
+    void unplugged();
 };

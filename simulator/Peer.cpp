@@ -17,16 +17,17 @@ Peer::Peer(Bench &sharedBench, QByteArray peerName, FileDescriptor peerWire, QOb
     timer.setSingleShot(true);
     timer.setTimerType(Qt::PreciseTimer);
     clock.start();
+    writable.setEnabled(false);
     connect(&readable, &QSocketNotifier::activated, this, &Peer::hear);
     connect(&writable, &QSocketNotifier::activated, this, &Peer::send);
-    connect(&timer, &QTimer::timeout, this, &Peer::beginPiece);
-    connect(&bench, &Bench::faultSet, this, &Peer::cutOff);
-    settle();
+    connect(&timer, &QTimer::timeout, this, &Peer::send);
+    connect(&bench, &Bench::changed, this, &Peer::drop);
+    connect(&bench, &Bench::unplugged, this, &Peer::end);
 }
 
 void Peer::reset() {
     in.reset();
-    cutOff();
+    drop();
 }
 
 void Peer::hear() {
@@ -47,72 +48,46 @@ void Peer::hear() {
     settle();
 }
 
-void Peer::answer(QByteArray bytes) {
-    const LineBehaviour &line = bench.line;
-    if (mad || line.fault == Fault::Silence)
+void Peer::answer(const QByteArray &bytes) {
+    if (hangsUp() || bench.line.fault == Fault::Silence)
         return;
-    mad = line.fault == Fault::Close || line.fault == Fault::Flood;
-    if (line.fault == Fault::Garbage) {
-        bytes.resize(std::max(bytes.size(), LeastGarbage));
-        std::generate(bytes.begin(), bytes.end(),
-                      [this] { return static_cast<char>(noise() >> 8 & 0xff); });
-    } else if (line.fault == Fault::Close) {
-        bytes.truncate(bytes.size() / 2);
-    } else if (line.fault == Fault::Flood && bytes.isEmpty()) {
-        bytes = "\r\n";
-    }
-    QByteArray said = bytes;
-    if (line.fault == Fault::Flood)
-        bytes = bytes.repeated(FloodSize / bytes.size() + 1);
-
-    const qint64 due = clock.elapsed() + line.latencyMs;
-    const qsizetype size = line.splitBytes > 0 ? line.splitBytes : bytes.size();
-    for (qsizetype at = 0; at < bytes.size(); at += size)
-        queue.push_back({due, bytes.mid(at, size), std::exchange(said, {})});
-    if (line.fault == Fault::Close)
-        queue.push_back({due, {}, {}});
-}
-
-void Peer::beginPiece() {
-    Piece piece = std::move(queue.front());
-    queue.pop_front();
-    if (piece.bytes.isEmpty()) {
-        end();
-        return;
-    }
-    if (!piece.answer.isEmpty())
-        bench.transcript.record(name, '<', piece.answer);
-    outgoing = piece.bytes;
-    if (bench.line.fault == Fault::Flood)
-        queue.push_back({0, std::move(piece.bytes), {}});
-    notBeforeMs = clock.elapsed() + pauseMs();
-    send();
-}
-
-int Peer::pauseMs() const {
-    if (!queue.empty() && queue.front().bytes.isEmpty())
-        return HangUpDelayMs;
-    if (bench.line.fault == Fault::Flood)
-        return FloodGapMs;
-    return bench.line.splitBytes > 0 ? PieceGapMs : 0;
+    const bool cut = bench.line.fault == Fault::Close;
+    const QByteArray sent = cut ? bytes.first(bytes.size() / 2) : bytes;
+    const qint64 due = clock.elapsed() + bench.line.latencyMs;
+    if (!sent.isEmpty())
+        queue.push_back({due, sent});
+    if (cut)
+        queue.push_back({due + HangUpDelayMs, {}});
 }
 
 void Peer::send() {
-    const ssize_t took =
-        ::write(wire.get(), outgoing.constData(), static_cast<std::size_t>(outgoing.size()));
+    if (rest.isEmpty()) {
+        rest = queue.front().bytes;
+        queue.pop_front();
+        if (rest.isEmpty()) {
+            end();
+            return;
+        }
+        bench.transcript.record(name, '<', rest);
+    }
+    const int split = bench.line.splitBytes;
+    const qsizetype size = split > 0 ? std::min<qsizetype>(split, rest.size()) : rest.size();
+    const ssize_t took = ::write(wire.get(), rest.constData(), static_cast<std::size_t>(size));
     if (took < 0 && errno != EAGAIN) {
         end();
         return;
     }
-    outgoing.remove(0, std::max<ssize_t>(took, 0));
+    rest.remove(0, std::max<ssize_t>(took, 0));
+    writable.setEnabled(took < size);
+    notBeforeMs = clock.elapsed() + (split > 0 ? PieceGapMs : 0);
     settle();
 }
 
-void Peer::cutOff() {
+void Peer::drop() {
     timer.stop();
+    writable.setEnabled(false);
     queue.clear();
-    outgoing.clear();
-    mad = false;
+    rest.clear();
     settle();
 }
 
@@ -120,19 +95,21 @@ void Peer::cutOff() {
 void Peer::settle() {
     if (!wire.isOpen())
         return;
-    if (heardAll && queue.empty() && outgoing.isEmpty()) {
+    const bool idle = rest.isEmpty() && queue.empty();
+    if (idle && heardAll) {
         end();
         return;
     }
     readable.setEnabled(!heardAll && queue.size() < MaxWaiting);
-    writable.setEnabled(!outgoing.isEmpty());
-    if (outgoing.isEmpty() && !queue.empty() && !timer.isActive()) {
-        const qint64 due = std::max(queue.front().dueMs, notBeforeMs);
-        timer.start(static_cast<int>(std::max<qint64>(0, due - clock.elapsed())));
-    }
+    if (idle || writable.isEnabled() || timer.isActive())
+        return;
+    const qint64 due = rest.isEmpty() ? std::max(queue.front().dueMs, notBeforeMs) : notBeforeMs;
+    timer.start(static_cast<int>(std::max<qint64>(0, due - clock.elapsed())));
 }
 
 void Peer::end() {
+    if (!wire.isOpen())
+        return;
     readable.setEnabled(false);
     writable.setEnabled(false);
     timer.stop();

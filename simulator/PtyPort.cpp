@@ -18,7 +18,7 @@ namespace {
 
 int orThrow(int result) {
     if (result < 0)
-        throw std::system_error(errno, std::generic_category());
+        throw std::system_error(errno, std::generic_category(), "no pseudo terminal can be made");
     return result;
 }
 
@@ -29,11 +29,6 @@ void makeFresh(int terminal) {
     cfmakeraw(&settings);
     tcsetattr(terminal, TCSANOW, &settings);
     ::ioctl(terminal, TIOCNXCL);
-}
-
-bool leadsTo(const fs::path &link, const fs::path &target) {
-    std::error_code none;
-    return fs::read_symlink(link, none) == target && !none;
 }
 
 // What a simulator that was killed leaves behind. A pty that is there may be anybody's: numbers are
@@ -58,23 +53,21 @@ void PtyPort::open() {
     if (isStale(link))
         fs::remove(link);
     if (fs::exists(fs::symlink_status(link)))
-        throw std::runtime_error(
-            "something is there, and not a link to a pseudo terminal that is gone");
+        throw std::runtime_error("cannot make the serial link " + link.string() +
+                                 ": something else is there");
 
     FileDescriptor master(orThrow(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)));
-    std::array<char, 64> name{};
-    if (::grantpt(master.get()) != 0 || ::unlockpt(master.get()) != 0 ||
-        ::ptsname_r(master.get(), name.data(), name.size()) != 0)
-        throw std::system_error(errno, std::generic_category());
-    slave = FileDescriptor(orThrow(::open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC)));
+    orThrow(::unlockpt(master.get()));
+    const char *const name = ::ptsname(master.get());
+    deviceName = name ? name : "";
+    slave = FileDescriptor(orThrow(::open(deviceName.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)));
     makeFresh(slave.get());
-    deviceName = name.data();
 
     // A pty that is kept open here shows in no other way who uses it.
     openCount = 0;
     visited.reset();
     visits = FileDescriptor(orThrow(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)));
-    orThrow(::inotify_add_watch(visits.get(), name.data(), IN_OPEN | IN_CLOSE));
+    orThrow(::inotify_add_watch(visits.get(), deviceName.c_str(), IN_OPEN | IN_CLOSE));
     visited = std::make_unique<QSocketNotifier>(visits.get(), QSocketNotifier::Read);
     connect(visited.get(), &QSocketNotifier::activated, this, &PtyPort::followPeers);
 
@@ -98,7 +91,7 @@ void PtyPort::openAgain() {
 
 void PtyPort::removeLink() const {
     std::error_code ignored;
-    if (leadsTo(link, deviceName))
+    if (!deviceName.empty() && fs::read_symlink(link, ignored) == deviceName)
         fs::remove(link, ignored);
 }
 
@@ -110,9 +103,8 @@ void PtyPort::followPeers() {
     while ((got = ::read(visits.get(), events.data(), sizeof events)) > 0) {
         const std::size_t count = static_cast<std::size_t>(got) / sizeof(inotify_event);
         for (const inotify_event &event : std::span(events).first(count)) {
-            const bool opens = event.mask & IN_OPEN;
             between = between || openCount == 0;
-            openCount = std::max(0, openCount + (opens ? 1 : -1));
+            openCount = std::max(0, openCount + (event.mask & IN_OPEN ? 1 : -1));
             closed = closed || openCount == 0;
         }
     }

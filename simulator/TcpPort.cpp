@@ -9,24 +9,24 @@
 
 #include <stdexcept>
 
-namespace {
-
-QByteArray placeOf(const QHostAddress &address, quint16 port) {
-    const QByteArray text = address.toString().toLatin1();
-    const bool brackets = address.protocol() == QAbstractSocket::IPv6Protocol;
-    return (brackets ? '[' + text + ']' : text) + ':' + QByteArray::number(port);
-}
-
-} // namespace
-
-TcpPort::TcpPort(Bench &sharedBench, const QHostAddress &address, quint16 port)
-    : bench(sharedBench) {
+TcpPort::TcpPort(Bench &sharedBench, const QString &place) : bench(sharedBench) {
+    const qsizetype colon = place.lastIndexOf(u':');
+    const QHostAddress address =
+        colon < 0 ? QHostAddress(QHostAddress::LocalHost) : QHostAddress(place.first(colon));
+    bool isPort = false;
+    const quint16 port = place.sliced(colon + 1).toUShort(&isPort);
+    if (address.isNull() || !isPort)
+        throw std::runtime_error("--tcp: \"" + place.toStdString() +
+                                 "\" is not a port from 0 to 65535, or a numeric address, \":\" "
+                                 "and such a port");
     if (!listen(address, port))
-        throw std::runtime_error("cannot listen on tcp " + placeOf(address, port).toStdString() +
-                                 ": " + errorString().toStdString());
+        throw std::runtime_error("cannot listen on tcp " + place.toStdString() + ": " +
+                                 errorString().toStdString());
 }
 
-QByteArray TcpPort::place() const { return placeOf(serverAddress(), serverPort()); }
+QByteArray TcpPort::place() const {
+    return serverAddress().toString().toLatin1() + ':' + QByteArray::number(serverPort());
+}
 
 // Not by QTcpSocket, which drops what it has to send when the peer closes its own direction.
 void TcpPort::incomingConnection(qintptr handle) {

@@ -8,9 +8,10 @@
 class TcpPort : public QTcpServer {
     Q_OBJECT
 public:
-    /// @param port 0 lets the system choose
+    /// @param place "PORT", on the loopback, or "ADDRESS:PORT" with a numeric address; port 0 lets
+    /// the system choose
     /// @throws std::runtime_error if it cannot listen there
-    TcpPort(Bench &sharedBench, const QHostAddress &address, quint16 port);
+    TcpPort(Bench &sharedBench, const QString &place);
 
     /// "ADDRESS:PORT" with the port that is listened on.
     [[nodiscard]] QByteArray place() const;

@@ -1,29 +1,28 @@
 #include "simulator/Transcript.h"
 
-#include <QString>
 #include <QTime>
 
+#include <fcntl.h>
 #include <poll.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <cerrno>
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
+#include <utility>
 
 namespace {
 
-void writeOut(const QByteArray &bytes) {
-    for (qsizetype at = 0; at < bytes.size();) {
-        const ssize_t took = ::write(STDOUT_FILENO, bytes.constData() + at,
-                                     static_cast<std::size_t>(bytes.size() - at));
-        if (took < 0 && errno != EAGAIN)
-            return;
-        at += std::max<ssize_t>(took, 0);
-        pollfd room{STDOUT_FILENO, POLLOUT, 0};
-        ::poll(&room, 1, -1);
-    }
+// Standard output, such that a write never waits for a reader. A pipe or a terminal is opened anew,
+// because other programs that have it open would share the setting.
+int openOutput() {
+    struct stat kind {};
+    ::fstat(STDOUT_FILENO, &kind);
+    int output = -1;
+    if (S_ISFIFO(kind.st_mode) || S_ISCHR(kind.st_mode))
+        output = ::open("/proc/self/fd/1", O_WRONLY | O_NOCTTY | O_CLOEXEC);
+    if (output < 0)
+        output = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    ::fcntl(output, F_SETFL, ::fcntl(output, F_GETFL) | O_NONBLOCK);
+    return output;
 }
 
 // Printable ASCII, with "\r", "\n", "\\" and "\xNN" for all that is not.
@@ -46,34 +45,15 @@ QByteArray visible(const QByteArray &bytes) {
 
 } // namespace
 
-struct Transcript::Output {
-    std::mutex mutex;
-    std::condition_variable changed;
-    QByteArray waiting; // counts until it is written
-    int missing = 0;    // lines left out
-};
-
-// A thread of its own may stay in a write for ever: no kind of output can be asked beforehand
-// whether it takes a whole line. It ends with the process and shares what it needs.
-Transcript::Transcript() : output(std::make_shared<Output>()) {
-    std::thread([shared = output] {
-        std::unique_lock lock(shared->mutex);
-        while (true) {
-            shared->changed.wait(lock, [&] { return !shared->waiting.isEmpty(); });
-            const QByteArray bytes = shared->waiting;
-            lock.unlock();
-            writeOut(bytes);
-            lock.lock();
-            shared->waiting.remove(0, bytes.size());
-            shared->changed.notify_all();
-        }
-    }).detach();
+Transcript::Transcript() : output(openOutput()), room(output.get(), QSocketNotifier::Write) {
+    room.setEnabled(false);
+    QObject::connect(&room, &QSocketNotifier::activated, &room, [this] { write(); });
 }
 
 Transcript::~Transcript() {
-    std::unique_lock lock(output->mutex);
-    output->changed.wait_for(lock, std::chrono::milliseconds(LastWaitMs),
-                             [this] { return output->waiting.isEmpty(); });
+    pollfd reader{output.get(), POLLOUT, 0};
+    while (!waiting.isEmpty() && ::poll(&reader, 1, LastWaitMs) > 0)
+        write();
 }
 
 void Transcript::record(const QByteArray &link, char direction, const QByteArray &bytes) {
@@ -82,13 +62,22 @@ void Transcript::record(const QByteArray &link, char direction, const QByteArray
 }
 
 void Transcript::note(const QByteArray &line) {
-    const std::lock_guard lock(output->mutex);
-    if (output->waiting.size() >= MaxWaiting) {
-        ++output->missing;
+    if (waiting.size() >= MaxWaiting) {
+        ++missing;
         return;
     }
-    if (const int missing = std::exchange(output->missing, 0))
-        output->waiting += "(" + QByteArray::number(missing) + " lines are missing)\n";
-    output->waiting += line + '\n';
-    output->changed.notify_all();
+    if (missing > 0)
+        waiting += "(" + QByteArray::number(std::exchange(missing, 0)) + " lines are missing)\n";
+    waiting += line + '\n';
+    write();
+}
+
+void Transcript::write() {
+    const ssize_t took =
+        ::write(output.get(), waiting.constData(), static_cast<std::size_t>(waiting.size()));
+    if (took < 0 && errno != EAGAIN)
+        waiting.clear(); // nobody will ever read it
+    else
+        waiting.remove(0, std::max<ssize_t>(took, 0));
+    room.setEnabled(!waiting.isEmpty());
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QByteArray>
+#include "simulator/FileDescriptor.h"
 
-#include <memory>
+#include <QByteArray>
+#include <QSocketNotifier>
 
 /// The record of what passes, a line each on standard output. Nobody has to read it: the program
 /// goes on meanwhile, and what comes while MaxWaiting bytes are unread is left out.
@@ -14,7 +15,7 @@ public:
     Transcript();
     Transcript(const Transcript &) = delete;
     Transcript &operator=(const Transcript &) = delete;
-    /// Gives a reader LastWaitMs to take what is left.
+    /// Gives a reader who takes something every LastWaitMs what is left.
     ~Transcript();
 
     /// "HH:MM:SS.mmm LINK > BYTES".
@@ -25,6 +26,10 @@ public:
     void note(const QByteArray &line);
 
 private:
-    struct Output;
-    std::shared_ptr<Output> output;
+    void write();
+
+    FileDescriptor output;
+    QSocketNotifier room;
+    QByteArray waiting;
+    int missing = 0; // lines left out
 };

@@ -1,79 +1,143 @@
 #include "simulator/Unit.h"
 
-#include "protocol/Text.h"
-#include "simulator/CommandScanner.h"
-
-#include <algorithm>
-#include <charconv>
+#include <regex>
+#include <sstream>
 #include <stdexcept>
 #include <utility>
 
 namespace {
 
+using Words = std::match_results<std::string_view::const_iterator>;
+
 constexpr std::string_view Done = "\r\nOk\r\n";
 
-struct Sides {
-    int inputs = 16;
-    int outputs = 16;
-};
+std::vector<std::string> split(const std::string &list) {
+    std::vector<std::string> parts;
+    std::istringstream stream(list);
+    for (std::string part; std::getline(stream, part, ',');)
+        parts.push_back(part);
+    return parts;
+}
 
-// The first part such as 24x16 of names such as KVN-24x16-SA.
-Sides sidesOfName(std::string_view name) {
-    const char *const end = name.data() + name.size();
-    for (const char *at = name.data(); at != end; ++at) {
-        Sides sides;
-        const auto in = std::from_chars(at, end, sides.inputs);
-        if (*at == '-' || in.ec != std::errc{} || in.ptr == end || *in.ptr != 'x')
-            continue;
-        if (std::from_chars(in.ptr + 1, end, sides.outputs).ec != std::errc{})
-            continue;
-        const auto [least, most] = std::minmax(sides.inputs, sides.outputs);
-        if (least < 1 || most > Unit::MaxSide)
-            throw std::invalid_argument("a unit such as \"" + std::string(name) +
-                                        "\" has 1 to 32 inputs and outputs");
-        return sides;
-    }
-    return {};
+/// @throws std::out_of_range if it is not in first..last
+int within(int first, int last, int number) {
+    if (number < first || number > last)
+        throw std::out_of_range("a number");
+    return number;
 }
 
 } // namespace
 
-const Unit::Command Unit::Commands[] = {
-    {"CFG ?", &Unit::configuration}, {"STA O ", &Unit::status},     {"Con ", &Unit::connect},
-    {"DIS ", &Unit::disconnect},     {"MUT ", &Unit::mute},         {"VOL L ", &Unit::volumeLevel},
-    {"PST X ", &Unit::preset},       {"ECHO O", &Unit::switchEcho},
+/// A form of command, and what the unit does and answers then.
+struct Unit::Rule {
+    Rule(const std::string &pattern, std::string (*does)(Unit &, const Words &))
+        : form(pattern), act(does) {}
+    std::regex form;
+    std::string (*act)(Unit &unit, const Words &words);
 };
 
+// Whatever a rule throws refuses the command.
+const std::vector<Unit::Rule> &Unit::rules() {
+    // Of at most two digits: whatever is larger is refused anyhow.
+    static const std::string Number = "[1-9][0-9]?";
+    static const std::string One = "(" + Number + ")";
+    static const std::string List = "(" + Number + "(?:," + Number + ")*)";
+    static const std::string Either = "(" + Number + "F?(?:," + Number + "F?)*)";
+    static const std::vector<Rule> all{
+        {"CFG \\?", [](Unit &unit, const Words &) { return "\r\n" + unit.options.model + "\r\n"; }},
+        {"STA O A",
+         [](Unit &unit, const Words &) {
+             std::string reply = "\r\nSTA O A";
+             for (int output = 1; output <= unit.outputs(); ++output)
+                 reply += unit.statusLine(output);
+             return reply + "\r\n";
+         }},
+        {"STA O " + One,
+         [](Unit &unit, const Words &words) {
+             return "\r\n" + words.str() + unit.statusLine(std::stoi(words.str(1))) + "\r\n";
+         }},
+        {"Con " + One + "\\(" + List + "\\)(?:" + One + "F \\(" + List + "\\))?",
+         [](Unit &unit, const Words &words) {
+             unit.route(&Output::video, std::stoi(words.str(1)), words.str(2));
+             if (words[3].matched)
+                 unit.route(&Output::audio, std::stoi(words.str(3)), words.str(4));
+             return std::string(Done);
+         }},
+        {"Con " + One + "F \\(" + List + "\\)",
+         [](Unit &unit, const Words &words) {
+             unit.route(&Output::audio, std::stoi(words.str(1)), words.str(2));
+             return std::string(Done);
+         }},
+        {"DIS " + Either,
+         [](Unit &unit, const Words &words) {
+             for (const std::string &output : split(words.str(1)))
+                 (output.ends_with('F') ? unit.at(std::stoi(output)).audio
+                                        : unit.at(std::stoi(output)).video) = NotConnected;
+             return std::string(Done);
+         }},
+        {"MUT ([MU]) " + One,
+         [](Unit &unit, const Words &words) {
+             unit.at(std::stoi(words.str(2))).muted = words.str(1) == "M";
+             return std::string(Done);
+         }},
+        {"VOL L " + One + " (0|-?" + Number + ")",
+         [](Unit &unit, const Words &words) {
+             within(-45, 5, std::stoi(words.str(2)));
+             unit.at(std::stoi(words.str(1))).volume = words.str(2);
+             return std::string(Done);
+         }},
+        {"(VOL L " + One + ")\\?",
+         [](Unit &unit, const Words &words) {
+             return "\r\n" + words.str(1) + " " + unit.volume(std::stoi(words.str(2))) + "\r\n";
+         }},
+        // Preset p of a unit as delivered shows input p everywhere; the wire cannot store another.
+        {"PST X " + One,
+         [](Unit &unit, const Words &words) {
+             const int input = within(1, unit.inputs(), std::stoi(words.str(1)));
+             for (Output &side : unit.sides)
+                 side.video = side.audio = input;
+             return std::string(Done);
+         }},
+        {"ECHO O(N|FF)",
+         [](Unit &unit, const Words &words) {
+             unit.options.echo = words.str(1) == "N";
+             return std::string();
+         }},
+    };
+    return all;
+}
+
 Unit::Unit(UnitOptions unitOptions) : options(std::move(unitOptions)) {
-    const Sides sides = sidesOfName(options.model);
-    inputCount = sides.inputs;
-    outputSides.resize(static_cast<std::size_t>(sides.outputs));
-    for (int number = 1; number <= outputs() && number <= inputCount; ++number) {
-        at(number).video = number;
-        at(number).audio = number;
+    int outputCount = 16;
+    std::smatch size;
+    if (std::regex_search(options.model, size, std::regex("([0-9]{1,9})x([0-9]{1,9})"))) {
+        try {
+            inputCount = within(1, MaxSide, std::stoi(size.str(1)));
+            outputCount = within(1, MaxSide, std::stoi(size.str(2)));
+        } catch (const std::out_of_range &) {
+            throw std::invalid_argument("a unit such as \"" + options.model +
+                                        "\" has 1 to 32 inputs and outputs");
+        }
     }
+    sides.resize(static_cast<std::size_t>(outputCount));
+    for (int number = 1; number <= std::min(outputs(), inputCount); ++number)
+        at(number).video = at(number).audio = number;
 }
 
 std::string Unit::answer(std::string_view command) {
+    const std::vector<Output> before = sides;
     try {
-        if (command.size() > MaxCommand)
-            throw Refusal("length");
-        CommandScanner scanner(command);
-        for (const auto &[start, act] : Commands) {
-            if (scanner.take(start))
-                return (this->*act)(scanner);
+        for (const Rule &rule : rules()) {
+            Words words;
+            if (command.size() <= MaxCommand &&
+                std::regex_match(command.begin(), command.end(), words, rule.form))
+                return rule.act(*this, words);
         }
-        throw Refusal("command");
-    } catch (const Refusal &refusal) {
-        return std::string("\r\nERROR ").append(refusal.what()).append(CrLf);
+    } catch (const std::out_of_range &) {
+        sides = before;
     }
+    return "\r\nERROR\r\n";
 }
-
-const Unit::Output &Unit::at(int output) const {
-    return outputSides.at(static_cast<std::size_t>(output - 1));
-}
-
-Unit::Output &Unit::at(int output) { return outputSides.at(static_cast<std::size_t>(output - 1)); }
 
 // Readers find the first record 9 characters after the line's two leading blanks and each further
 // one 11 characters after the bracket that closes the one before.
@@ -84,120 +148,8 @@ std::string Unit::statusLine(int output) const {
            ")";
 }
 
-std::vector<int> Unit::outputList(CommandScanner &command) const {
-    std::vector<int> numbers;
-    do {
-        numbers.push_back(command.number(outputs(), "output"));
-    } while (command.take(","));
-    command.expect(")");
-    return numbers;
-}
-
-std::string Unit::configuration(CommandScanner &command) {
-    command.end();
-    return std::string(CrLf) + options.model + options.trailer;
-}
-
-std::string Unit::status(CommandScanner &command) {
-    const bool all = command.take("A");
-    const int only = all ? 0 : command.number(outputs(), "output");
-    command.end();
-    std::string reply = "\r\nSTA O ";
-    if (all) {
-        reply += "A";
-        for (int output = 1; output <= outputs(); ++output)
-            reply += statusLine(output);
-    } else {
-        reply += std::to_string(only) + statusLine(only);
-    }
-    return reply.append(CrLf);
-}
-
-std::string Unit::connect(CommandScanner &command) {
-    const int videoInput = command.number(inputCount, "input");
-    int audioInput = videoInput;
-    std::vector<int> videoOutputs;
-    std::vector<int> audioOutputs;
-    bool audioFollows = true;
-    if (command.take("(")) {
-        videoOutputs = outputList(command);
-        audioFollows = !command.atEnd();
-        if (audioFollows)
-            audioInput = command.number(inputCount, "input");
-    }
-    if (audioFollows) {
-        command.expect("F (");
-        audioOutputs = outputList(command);
-        command.end();
-    }
-    for (const int output : videoOutputs)
-        at(output).video = videoInput;
-    for (const int output : audioOutputs)
-        at(output).audio = audioInput;
-    return std::string(Done);
-}
-
-std::string Unit::disconnect(CommandScanner &command) {
-    std::vector<int> videoOutputs;
-    std::vector<int> audioOutputs;
-    do {
-        const int output = command.number(outputs(), "output");
-        (command.take("F") ? audioOutputs : videoOutputs).push_back(output);
-    } while (command.take(","));
-    command.end();
-    for (const int output : videoOutputs)
-        at(output).video = NotConnected;
-    for (const int output : audioOutputs)
-        at(output).audio = NotConnected;
-    return std::string(Done);
-}
-
-std::string Unit::mute(CommandScanner &command) {
-    const bool mutes = command.take("M ");
-    if (!mutes)
-        command.expect("U ");
-    const int output = command.number(outputs(), "output");
-    command.end();
-    at(output).muted = mutes;
-    return std::string(Done);
-}
-
-std::string Unit::volumeLevel(CommandScanner &command) {
-    const int output = command.number(outputs(), "output");
-    if (command.take("?")) {
-        command.end();
-        return "\r\nVOL L " + std::to_string(output) + " " + at(output).volume + "\r\n";
-    }
-    command.expect(" ");
-    const std::string_view text = command.rest();
-    int level = 0;
-    std::from_chars(text.data(), text.data() + text.size(), level);
-    if (text != std::to_string(level))
-        throw Refusal("number");
-    if (level < MinVolume || level > MaxVolume)
-        throw Refusal("volume");
-    at(output).volume = text;
-    return std::string(Done);
-}
-
-// Preset p of a unit as delivered shows input p everywhere; the wire has no way to store another.
-std::string Unit::preset(CommandScanner &command) {
-    const int number = command.number(Presets, "preset");
-    command.end();
-    if (number > inputCount)
-        throw Refusal("input");
-    for (Output &side : outputSides) {
-        side.video = number;
-        side.audio = number;
-    }
-    return std::string(Done);
-}
-
-std::string Unit::switchEcho(CommandScanner &command) {
-    const bool on = command.take("N");
-    if (!on)
-        command.expect("FF");
-    command.end();
-    options.echo = on;
-    return {};
+void Unit::route(int Output::*signal, int input, const std::string &outputList) {
+    within(1, inputCount, input);
+    for (const std::string &output : split(outputList))
+        at(std::stoi(output)).*signal = input;
 }

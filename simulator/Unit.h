@@ -5,11 +5,8 @@
 #include <string_view>
 #include <vector>
 
-class CommandScanner;
-
 struct UnitOptions {
     std::string model = "KVN-16x16-RGBA";
-    std::string trailer = "\r\n"; ///< what follows the model in the configuration reply
     bool echo = false;
 };
 
@@ -19,11 +16,8 @@ struct UnitOptions {
 /// Nothing of it depends on time; equal commands to equal units give equal answers.
 class Unit {
 public:
-    static constexpr std::size_t MaxCommand = 4096; ///< bytes of a command without its terminator
+    static constexpr std::size_t MaxCommand = 512; ///< bytes of a command without its terminator
     static constexpr int NotConnected = 255;
-    static constexpr int Presets = 32;
-    static constexpr int MinVolume = -45;
-    static constexpr int MaxVolume = 5;
     static constexpr int MaxSide = 32; ///< most inputs, and most outputs
 
     /// A fresh unit: output k shows input k where there is one, unmuted, at volume -20.
@@ -33,12 +27,12 @@ public:
 
     /// Carries out one complete command, given without its terminator, and returns the reply,
     /// empty where the unit says nothing. A command that is not taken, in whole or in part, changes
-    /// nothing and is answered with "\r\nERROR ", the word for what is wrong, and "\r\n".
+    /// nothing and is answered with "\r\nERROR\r\n".
     std::string answer(std::string_view command);
 
     [[nodiscard]] bool echo() const { return options.echo; }
     [[nodiscard]] int inputs() const { return inputCount; }
-    [[nodiscard]] int outputs() const { return static_cast<int>(outputSides.size()); }
+    [[nodiscard]] int outputs() const { return static_cast<int>(sides.size()); }
 
     // `output` is in 1..outputs(); std::out_of_range otherwise.
     [[nodiscard]] int videoInput(int output) const { return at(output).video; }
@@ -53,27 +47,17 @@ private:
         bool muted = false;
         std::string volume = "-20"; // a whole number: readers take 3 characters at most
     };
-    struct Command {
-        std::string_view start;
-        std::string (Unit::*act)(CommandScanner &);
-    };
-    static const Command Commands[];
+    struct Rule;
+    static const std::vector<Rule> &rules();
 
-    [[nodiscard]] const Output &at(int output) const;
-    Output &at(int output);
+    [[nodiscard]] const Output &at(int output) const {
+        return sides.at(static_cast<std::size_t>(output - 1));
+    }
+    Output &at(int output) { return sides.at(static_cast<std::size_t>(output - 1)); }
     [[nodiscard]] std::string statusLine(int output) const;
-    [[nodiscard]] std::vector<int> outputList(CommandScanner &command) const;
-
-    std::string configuration(CommandScanner &command);
-    std::string status(CommandScanner &command);
-    std::string connect(CommandScanner &command);
-    std::string disconnect(CommandScanner &command);
-    std::string mute(CommandScanner &command);
-    std::string volumeLevel(CommandScanner &command);
-    std::string preset(CommandScanner &command);
-    std::string switchEcho(CommandScanner &command);
+    void route(int Output::*signal, int input, const std::string &outputList);
 
     UnitOptions options;
-    int inputCount = 0;
-    std::vector<Output> outputSides;
+    int inputCount = 16;
+    std::vector<Output> sides;
 };

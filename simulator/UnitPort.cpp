@@ -8,19 +8,12 @@ std::vector<Exchange> UnitPort::receive(std::string_view bytes) {
         if (std::exchange(afterReturn, byte == '\r') && byte == '\n')
             continue;
         if (byte == '\r') {
-            if (!std::exchange(skipping, false)) {
-                // Taken before the answer: a command that switches the echo is echoed as it was.
-                std::string echo = device.echo() ? line + '\r' : std::string();
-                exchanges.push_back({line, std::move(echo) + device.answer(line)});
-            }
+            // Taken before the answer: a command that switches the echo is echoed as it was.
+            const std::string echo = device.echo() ? line + '\r' : std::string();
+            exchanges.push_back({line, echo + device.answer(line)});
             line.clear();
-        } else if (!skipping) {
+        } else if (line.size() <= Unit::MaxCommand) {
             line += byte;
-            if (line.size() > Unit::MaxCommand) {
-                exchanges.push_back({line, device.answer(line)});
-                line.clear();
-                skipping = true;
-            }
         }
     }
     return exchanges;
@@ -28,6 +21,5 @@ std::vector<Exchange> UnitPort::receive(std::string_view bytes) {
 
 void UnitPort::reset() {
     line.clear();
-    skipping = false;
     afterReturn = false;
 }

@@ -14,7 +14,7 @@ struct Exchange {
 
 /// One link's side of a unit: makes commands out of the bytes that arrive. A command ends at "\r";
 /// a "\n" right after it belongs to the terminator, whenever it arrives. Several ports can share a
-/// unit. Keeps no more than Unit::MaxCommand + 1 bytes of an unfinished command.
+/// unit. Keeps no more than Unit::MaxCommand + 1 bytes of a command, which then is refused.
 class UnitPort {
 public:
     /// The unit must outlive the port.
@@ -22,9 +22,6 @@ public:
 
     /// Takes bytes as they arrive and returns one exchange for each command that they complete.
     /// While the unit echoes, the answer starts with the command and "\r".
-    ///
-    /// A command of more than Unit::MaxCommand bytes is refused, without echo, as soon as it is
-    /// too long; the exchange holds what was kept of it, and the rest of the line is skipped.
     std::vector<Exchange> receive(std::string_view bytes);
 
     /// Forgets what has arrived of an unfinished command.
@@ -33,6 +30,5 @@ public:
 private:
     Unit &device;
     std::string line;
-    bool skipping = false;
     bool afterReturn = false;
 };

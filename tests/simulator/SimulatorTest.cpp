@@ -1,59 +1,98 @@
-#include "simulator/SimulatorTest.h"
-
 #include "protocol/ModelCatalogue.h"
 #include "simulator/FileDescriptor.h"
-#include "simulator/RunningSimulator.h"
 #include "simulator/UnitPort.h"
 #include "support/DataTable.h"
 #include "support/toString.h"
 
 #include <QElapsedTimer>
-#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 
 namespace {
 
 const QByteArray Configuration = "\r\nKVN-16x16-RGBA\r\n";
 const QByteArray Half = Configuration.first(Configuration.size() / 2);
-const std::string Ok = "\r\nOk\r\n";
-const std::string Small = "KVN-8x4-RGBA";
-constexpr qsizetype Much = 100'000;
+const QByteArray Level = "\r\nVOL L 16 -20\r\n";
+const QByteArray All = QByteArray::fromStdString(Unit().answer("STA O A"));
+const UnitOptions Small{.model = "KVN-8x4-RGBA"};
 
-/// Each command in brackets, then the answer to it.
-std::string hear(UnitPort &port, const std::string &bytes) {
-    std::string heard;
-    for (const Exchange &exchange : port.receive(bytes))
-        heard += "[" + exchange.command + "]" + exchange.answer;
-    return heard;
-}
+/// The simulator program as a process of its own, which is killed in the end.
+struct Simulator {
+    QProcess process;
+    QByteArray written;
 
-/// What a new connection hears that says no more than `command`, up to `count` bytes.
-QByteArray askByTcp(RunningSimulator &simulator, const QByteArray &command, qsizetype count) {
-    QTcpSocket socket;
-    socket.connectToHost(QStringLiteral("127.0.0.1"), static_cast<quint16>(simulator.tcpPort()));
-    socket.write(command);
-    socket.waitForBytesWritten(10'000);
-    ::shutdown(static_cast<int>(socket.socketDescriptor()), SHUT_WR);
-    while (socket.bytesAvailable() < count && socket.waitForReadyRead(10'000)) {
+    /// Starts it and waits until it listens or has ended.
+    explicit Simulator(const QByteArray &arguments) {
+        process.start(qEnvironmentVariable("KVN_BIN") + QStringLiteral("/KVNSimulator"),
+                      QString::fromLocal8Bit(arguments).split(u' ', Qt::SkipEmptyParts));
+        waitFor(arguments.contains("serial") ? "Listening on (serial)" : "^Listening on (.+)");
     }
-    return socket.read(count);
-}
+    ~Simulator() { exitStatus(SIGKILL); }
 
-/// The same over the device that `link` leads to, used as it is, and left in use by nobody else.
-QByteArray askByPty(const QString &link, const QByteArray &command, qsizetype count) {
-    const FileDescriptor file(::open(link.toLocal8Bit().constData(), O_RDWR | O_NOCTTY));
-    ssize_t got = ::write(file.get(), command.constData(), std::size_t(command.size()));
+    /// Waits until the output fits `pattern`; its first group, or nothing if it never does.
+    QString waitFor(const char *pattern) {
+        const QRegularExpression expression(QLatin1String("(?m)") + QLatin1String(pattern));
+        while (true) {
+            written += process.readAllStandardOutput();
+            const auto match = expression.match(QString::fromLatin1(written));
+            if (match.hasMatch() || !process.waitForReadyRead(10'000))
+                return match.captured(1);
+        }
+    }
+    /// Types a line; whether it was understood and done.
+    bool obeys(const QByteArray &order) {
+        process.write(order + '\n');
+        const QString word = waitFor("^(Done|Not understood): " + order + "$");
+        written.replace(order, ""); // so that the same one can be typed again
+        return word == QLatin1String("Done");
+    }
+    /// Waits for the end, which `signal` asks for; -1 if it crashed or did not end.
+    int exitStatus(int signal) {
+        if (process.processId() != 0)
+            ::kill(static_cast<pid_t>(process.processId()), signal);
+        process.waitForFinished(10'000);
+        const bool ended = process.state() == QProcess::NotRunning;
+        return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+    /// A new connection that says `bytes` and has no more to say.
+    std::unique_ptr<QTcpSocket> say(const QByteArray &bytes) {
+        auto socket = std::make_unique<QTcpSocket>();
+        socket->setReadBufferSize(100'000);
+        socket->connectToHost(QStringLiteral("127.0.0.1"),
+                              waitFor("tcp 127\\.0\\.0\\.1:(\\d+)\n").toUShort());
+        socket->write(bytes);
+        while (socket->waitForBytesWritten(10'000)) {
+        }
+        ::shutdown(static_cast<int>(socket->socketDescriptor()), SHUT_WR);
+        return socket;
+    }
+};
+
+/// What a connection hears until it is ended.
+QByteArray hear(const std::unique_ptr<QTcpSocket> &socket) {
     QByteArray heard;
-    for (QByteArray piece(count, '\0'); got > 0 && heard.size() < count;) {
-        got = ::read(file.get(), piece.data(), std::size_t(count - heard.size()));
-        heard += piece.first(std::max<ssize_t>(got, 0));
-    }
+    do
+        heard += socket->readAll();
+    while (socket->waitForReadyRead(10'000));
+    return socket->state() == QTcpSocket::ConnectedState ? "not ended" : heard;
+}
+
+/// Says `command` on the device that `link` leads to, used as it is and left in use by nobody
+/// else, and hears up to `count` bytes.
+QByteArray ask(const QString &link, const QByteArray &command, qsizetype count) {
+    const FileDescriptor file(::open(qPrintable(link), O_RDWR | O_NOCTTY));
+    QByteArray heard;
+    char byte = 0;
+    if (::write(file.get(), command.constData(), std::size_t(command.size())) > 0)
+        while (heard.size() < count && ::read(file.get(), &byte, 1) == 1)
+            heard += byte;
     // Who is killed leaves the device exclusive, though not for the peer that comes next.
     int exclusive = 0;
     ::ioctl(file.get(), TIOCGEXCL, &exclusive);
@@ -63,270 +102,219 @@ QByteArray askByPty(const QString &link, const QByteArray &command, qsizetype co
 
 } // namespace
 
-void SimulatorTest::answers_data() {
-    const DataTable<std::string, std::string, std::string> row("model", "question", "answer");
-    const auto changed = [&](const char *command, const QByteArrayList &outputs) {
-        std::string answer = "\r\nSTA O A";
-        for (int at = 0; at < 4; ++at)
-            answer +=
-                "\r\n  Output " + std::to_string(at + 1) + " (A," + outputs[at].toStdString() + ")";
-        row(command, Small, "STA O A", answer + "\r\n");
-    };
-    const char *const one = "U,0,V,-20,1,D,1";
-    const char *const two = "U,0,V,-20,2,D,2";
-    const char *const three = "U,0,V,-20,3,D,3";
-    const char *const four = "U,0,V,-20,4,D,4";
-    changed("Con 5(1,3)", {"U,0,V,-20,1,D,5", two, "U,0,V,-20,3,D,5", four});
-    changed("Con 5F (4)", {one, two, three, "U,0,V,-20,5,D,4"});
-    changed("Con 8(1)7F (1,2)", {"U,0,V,-20,7,D,8", "U,0,V,-20,7,D,2", three, four});
-    changed("DIS 1F,2,4,4F",
-            {"U,0,V,-20,255,D,1", "U,0,V,-20,2,D,255", three, "U,0,V,-20,255,D,255"});
-    changed("MUT M 2", {one, "M,0,V,-20,2,D,2", three, four});
-    changed("VOL L 4 5", {one, two, three, "U,0,V,5,4,D,4"});
-    changed("MUT U 2", {one, two, three, four});
-    row("PST X 8", Small, "STA O 2", "\r\nSTA O 2\r\n  Output 2 (A,U,0,V,-20,8,D,8)\r\n");
-    row("VOL L 1 0", Small, "VOL L 1?", "\r\nVOL L 1 0\r\n");
-    row("VOL L 12 -45", "KVN-16x16-HDA", "VOL L 12?", "\r\nVOL L 12 -45\r\n");
-    row("Con 2F (1)", "KVN-2x3-SA", "STA O 3",
-        "\r\nSTA O 3\r\n  Output 3 (A,U,0,V,-20,255,D,255)\r\n");
-    row("MUT U 1", Small, "ECHO OFF", "");
-}
+class SimulatorTest : public QObject {
+    Q_OBJECT
 
-void SimulatorTest::answers() {
-    QFETCH(std::string, model);
-    QFETCH(std::string, question);
-    Unit unit(UnitOptions{.model = model});
-    QCOMPARE(unit.answer(QTest::currentDataTag()), Ok);
-    QTEST(unit.answer(question), "answer");
-}
-
-void SimulatorTest::refusals_data() {
-    const DataTable<QByteArrayList> row("commands");
-    row("command",
-        {"", " ", "\n", "cfg ?", "CFG?", "STA O", "CON 1(1)", "MUTM 1", "Con", "\xff\xfe"});
-    row("form", {"CFG ? ", "STA O AA", "STA O 1 ", "Con 1", "Con 1(1", "Con 1(1)2", "Con 1(1)1F(1)",
-                 "Con 1F (1) ", "Con 1(1)1F (1)1F (1)", "DIS 1;2", "DIS 1FF", "MUT X 1", "MUT M 1 ",
-                 "VOL L 1", "VOL L 1?1", "PST X 1,2", "ECHO OFFF", "ECHO ON "});
-    row("number", {"STA O ",       "STA O a",     "Con (1)",     "Con -1(1)",     "Con 1()",
-                   "Con 1(1,)",    "Con 1(1, 2)", "Con 1(1) ",   "Con 01(1)",     "DIS ",
-                   "DIS 1,",       "DIS F",       "MUT M ",      "VOL L 1 ",      "VOL L 1  -20",
-                   "VOL L 1 -20 ", "VOL L 1 1e1", "VOL L 1 nan", "VOL L 1 -12.5", "VOL L 1 +5",
-                   "VOL L 1 -0",   "PST X +1"});
-    row("input", {"Con 0(1)", "Con 9(1)", "Con 1(2)9F (1)", "PST X 9", "Con 4294967297(1)"});
-    row("output", {"STA O 0", "STA O 5", "Con 8(1,2,5)", "Con 8(1)8F (1,0)", "DIS 1,2,3,5",
-                   "DIS 1,5F", "MUT M 5", "VOL L 5 0", "VOL L 0?"});
-    row("volume", {"VOL L 1 6", "VOL L 1 -46", "VOL L 1 -100"});
-    row("preset", {"PST X 0", "PST X 33"});
-    row("length", {"DIS 1" + QByteArray(",1").repeated(2048)});
-}
-
-void SimulatorTest::refusals() {
-    QFETCH(QByteArrayList, commands);
-    Unit unit(UnitOptions{.model = Small});
-    const std::string before = unit.answer("STA O A");
-    for (const QByteArray &command : commands) {
-        QCOMPARE(command.toStdString() + unit.answer(command.toStdString()),
-                 command.toStdString() + "\r\nERROR " + QTest::currentDataTag() + "\r\n");
-        QCOMPARE(unit.answer("STA O A"), before);
+private Q_SLOTS:
+    // What a fresh unit is told and what it answers, with | for CR, ^ for LF and ~ between two
+    // arrivals.
+    static void conversations_data() {
+        const DataTable<QByteArray> row("answers");
+        const QByteArray ok = "|^Ok|^", no = "|^ERROR|^";
+        const auto is = [](const QMap<int, QByteArray> &changed) {
+            QByteArray text = "|^STA O A";
+            for (const QByteArray number : {"1", "2", "3", "4"})
+                text += "|^  Output " + number + " (A," +
+                        changed.value(number.toInt(), "U,0,V,-20," + number + ",D," + number) + ")";
+            return text + "|^";
+        };
+        // clang-format off
+        row("CFG ?|^", "|^KVN-8x4-RGBA|^");
+        row("Con 5(1,3)|STA O A|", ok + is({{1, "U,0,V,-20,1,D,5"}, {3, "U,0,V,-20,3,D,5"}}));
+        row("Con 5F (4)|STA O A|", ok + is({{4, "U,0,V,-20,5,D,4"}}));
+        row("Con 8(1)7F (1,2)|STA O A|", ok + is({{1, "U,0,V,-20,7,D,8"}, {2, "U,0,V,-20,7,D,2"}}));
+        row("DIS 1F,2,4,4F|STA O A|",
+            ok + is({{1, "U,0,V,-20,255,D,1"}, {2, "U,0,V,-20,2,D,255"}, {4, "U,0,V,-20,255,D,255"}}));
+        row("MUT M 2|MUT M 4|MUT U 4|STA O A|", ok + ok + ok + is({{2, "M,0,V,-20,2,D,2"}}));
+        row("VOL L 4 5|VOL L 1 -45|STA O A|", ok + ok + is({{1, "U,0,V,-45,1,D,1"}, {4, "U,0,V,5,4,D,4"}}));
+        row("VOL L 2 0|VOL L 2?|", ok + "|^VOL L 2 0|^");
+        row("PST X 8|STA O 4|", ok + "|^STA O 4|^  Output 4 (A,U,0,V,-20,8,D,8)|^");
+        row("V~O~L~ L 1?~|", "|^VOL L 1 -20|^");
+        row("MUT U 1|~^VOL L 1?|MUT M 1|^", ok + "|^VOL L 1 -20|^" + ok);
+        row("|^^VOL L 1?|", no + no); // a second line feed is part of the command
+        row("ECHO ON|MUT M 1|^ECHO OFF|MUT M 1|", "MUT M 1|" + ok + "ECHO OFF|" + ok);
+        row("DIS 1F" + QByteArray(",1").repeated(253) + "|MUT M 1|", ok + ok);
+        row("DIS 1" + QByteArray(",1").repeated(254) + "|MUT M 1|", no + ok);
+        // clang-format on
     }
-}
 
-void SimulatorTest::models() {
-    std::string names;
-    for (const ModelRow &row : modelCatalogue()) {
-        const std::string model(row.Model);
-        Unit unit(UnitOptions{.model = model, .trailer = "!"});
-        const std::string sizes =
-            std::to_string(unit.inputs()) + "x" + std::to_string(unit.outputs());
-        QVERIFY2(model.starts_with("KVN-" + sizes + "-"), model.c_str());
-        QCOMPARE(unit.answer("CFG ?"), "\r\n" + model + "!");
-        names += model + "\n";
+    static void conversations() {
+        Unit unit(Small);
+        UnitPort port(unit), other(unit);
+        QByteArray answers;
+        for (QByteArray &piece : QByteArray(QTest::currentDataTag()).split('~')) {
+            QVERIFY(other.receive("X").empty()); // which has a line of its own
+            for (const Exchange &exchange :
+                 port.receive(piece.replace('|', '\r').replace('^', '\n').toStdString()))
+                answers += exchange.answer.c_str();
+        }
+        QTEST(answers.replace('\r', '|').replace('\n', '^'), "answers");
     }
-    for (const auto &[model, inputs, outputs] :
-         {std::tuple("RTQ-12x4", 12, 4), {"KVN-1x32-NEW", 1, 32}, {"RTQ-", 16, 16}}) {
-        const Unit unit(UnitOptions{.model = model});
-        QCOMPARE(unit.inputs(), inputs);
-        QCOMPARE(unit.outputs(), outputs);
+
+    static void refusals() {
+        Unit unit(Small);
+        const std::string before = unit.answer("STA O A");
+        const QByteArray commands =
+            "| |\n|cfg ?|CFG?|CFG ? |STA O|STA O |STA O a|STA O AA|STA O 1 |STA O 0|STA O 5|CON "
+            "1(1)|"
+            "Con|Con 1|Con 1(1|Con 1(1)2|Con 1(1)1F(1)|Con 1F (1) |Con 1(1)1F (1)1F (1)|Con (1)|"
+            "Con -1(1)|Con 1()|Con 1(1,)|Con 1(1, 2)|Con 01(1)|Con 0(1)|Con 9(1)|Con 1(2)9F (1)|"
+            "Con 4294967297(1)|Con 8(1,2,5)|Con 8(1)8F (1,0)|DIS |DIS F|DIS ,|DIS 1,|DIS 1;2|DIS "
+            "1FF|"
+            "DIS 1,2,3,5|DIS 1,5F|MUTM 1|MUT X 1|MUT M |MUT M 1 |MUT M 5|VOL L 1|VOL L 1 |VOL L "
+            "1?1|"
+            "VOL L 1  -20|VOL L 1 1e1|VOL L 1 -12.5|VOL L 1 +5|VOL L 1 -0|VOL L 1 6|VOL L 1 -46|"
+            "VOL L 1 -100|VOL L 5 0|VOL L 0?|PST X 0|PST X 9|PST X +1|PST X 1,2|ECHO OFFF|\xff\xfe";
+        for (const QByteArray &command : commands.split('|')) {
+            const std::string text = command.toStdString();
+            QCOMPARE(text + unit.answer(text), text + "\r\nERROR\r\n");
+            QCOMPARE(unit.answer("STA O A"), before);
+        }
+        UnitPort port(unit);
+        QVERIFY(port.receive(std::string(8'000'000, '\xaa')).empty());
+        QVERIFY(port.receive("\r").at(0).command.size() < 1000); // no more of it is kept
     }
-    RunningSimulator list("--list-models");
-    QCOMPARE(list.exitStatus(), 0);
-    QCOMPARE(list.output().toStdString(), names);
-}
 
-void SimulatorTest::lines_data() {
-    const DataTable<QByteArrayList, std::string> row("pieces", "heard");
-    const std::string volume = "[VOL L 1?]\r\nVOL L 1 -20\r\n";
-    row("byte by byte", {"V", "O", "L", " L 1?", "\r"}, volume);
-    row("three at once", {"VOL L 1?\rMUT U 1\r\nVOL L 1?\r"}, volume + "[MUT U 1]" + Ok + volume);
-    row("line feed comes late", {"VOL L 1?\r", "\nVOL L 1?\r"}, volume + volume);
-    row("a second line feed", {"\r\n\nA\r"}, "[]\r\nERROR command\r\n[\nA]\r\nERROR command\r\n");
-    row("echo", {"ECHO ON\rMUT M 1\r\nECHO OFF\rMUT M 1\r"},
-        "[ECHO ON][MUT M 1]MUT M 1\r" + Ok + "[ECHO OFF]ECHO OFF\r[MUT M 1]" + Ok);
-}
-
-void SimulatorTest::lines() {
-    QFETCH(QByteArrayList, pieces);
-    Unit unit;
-    UnitPort port(unit);
-    UnitPort other(unit);
-    std::string heard;
-    for (const QByteArray &piece : pieces) {
-        QCOMPARE(hear(other, "X"), std::string()); // which has a line of its own
-        heard += hear(port, piece.toStdString());
+    static void models() {
+        Simulator list("--list-models");
+        QCOMPARE(list.exitStatus(0), 0);
+        QVERIFY(list.written.count('\n') == qsizetype(modelCatalogue().size()));
+        for (const ModelRow &row : modelCatalogue()) {
+            const std::string model(row.Model);
+            Unit unit(UnitOptions{.model = model});
+            const auto sizes = std::to_string(unit.inputs()) + "x" + std::to_string(unit.outputs());
+            QVERIFY2(model.starts_with("KVN-" + sizes + "-"), model.c_str());
+            QCOMPARE(unit.answer("CFG ?"), "\r\n" + model + "\r\n");
+            QVERIFY(list.written.contains((model + "\n").c_str()));
+        }
+        QCOMPARE(Unit({.model = "RTQ-"}).inputs() + Unit({.model = "RTQ-"}).outputs(), 32);
+        QCOMPARE(Unit({.model = "RTQ-12x4"}).videoInput(4), 4);
+        QCOMPARE(Unit({.model = "KVN-1x32-NEW"}).audioInput(32), 255);
     }
-    QTEST(heard, "heard");
-}
 
-void SimulatorTest::overlongLines() {
-    Unit unit;
-    UnitPort port(unit);
-    const std::string line(Unit::MaxCommand, '\xaa');
-    QCOMPARE(hear(port, line), std::string());
-    QCOMPARE(hear(port, "\r"), "[" + line + "]\r\nERROR command\r\n");
-    // A longer one is refused at once, only once, and without being kept.
-    QCOMPARE(hear(port, line + std::string(8'000'000, '\xaa')),
-             "[" + line + "\xaa]\r\nERROR length\r\n");
-    QCOMPARE(hear(port, "\r\nVOL L 1?\r"), std::string("[VOL L 1?]\r\nVOL L 1 -20\r\n"));
-}
-
-void SimulatorTest::wrongOptions_data() {
-    const DataTable<QByteArray> row("hint");
-    row("", "nothing to listen on");
-    row("--tcp", "Missing value after '--tcp'");
-    row("--tcp 65536", "0 to 65535");
-    row("--tcp 0 --model KVN-33x8-RGB", "\"KVN-33x8-RGB\"");
-    row("--tcp 0 --latency 60001", "60000");
-    row("--tcp 0 --fault fire", "\"fire\"");
-    row("--tcp 0 twice", "\"twice\"");
-}
-
-void SimulatorTest::wrongOptions() {
-    QFETCH(QByteArray, hint);
-    RunningSimulator simulator(QTest::currentDataTag());
-    QCOMPARE(simulator.exitStatus(), 2);
-    const QByteArray errors = simulator.errors();
-    QVERIFY2(errors.startsWith("KVNSimulator: ") && errors.contains(hint), errors);
-}
-
-void SimulatorTest::answersByTcp_data() {
-    const DataTable<QByteArray, QByteArray> row("command", "answer");
-    row("", "CFG ?\r\n", Configuration);
-    row("--model KVN-8x4-S", "CFG ?\r\n", "\r\nKVN-8x4-S\r\n");
-    row("--echo", "MUT M 1\r", "MUT M 1\r\r\nOk\r\n");
-    row("--trailer \\r\\n\\\\V1\\r", "CFG ?\r\n", "\r\nKVN-16x16-RGBA\r\n\\V1\r");
-    row("--latency 150 --split 1", "VOL L 16?\r", "\r\nVOL L 16 -20\r\n");
-}
-
-void SimulatorTest::answersByTcp() {
-    QFETCH(QByteArray, command);
-    QFETCH(QByteArray, answer);
-    const QByteArray options = QTest::currentDataTag();
-    RunningSimulator simulator("--tcp 0 " + options);
-    for (const char *const peer : {"tcp1", "tcp2"}) {
-        QElapsedTimer clock;
-        clock.start();
-        // The connection ends with the last answer to a peer that has no more to say.
-        QCOMPARE(askByTcp(simulator, command, Much), answer);
-        QVERIFY(!options.contains("150") || clock.elapsed() >= 150);
-        const QByteArray pattern = QByteArray("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} (") + peer + ") > ";
-        QCOMPARE(simulator.waitFor(pattern), QLatin1String(peer));
+    static void wrongOptions() {
+        // clang-format off
+        for (const auto &[options, hint] :
+             {std::pair("", "Give --tcp, --serial or both"), {"--tcp 0 twice", "Usage:"},
+              {"--tcp", "Missing value after '--tcp'"}, {"--tcp 65536", "0 to 65535"},
+              {"--tcp localhost:0", "numeric address"}, {"--tcp 203.0.113.1:0", "cannot listen on"},
+              {"--tcp 0 --model KVN-33x8-RGB", "\"KVN-33x8-RGB\""},
+              {"--tcp 0 --model KVN-8x0-RGB", "1 to 32"}, {"--tcp 0 --latency 60001", "\"60001\""},
+              {"--tcp 0 --split 4097", "--split: \"4097\""}, {"--tcp 0 --fault fire", "\"fire\""}}) {
+            // clang-format on
+            Simulator simulator(options);
+            QCOMPARE(simulator.exitStatus(0), 1);
+            const QByteArray said = simulator.process.readAllStandardError() + simulator.written;
+            QVERIFY2(said.contains(hint), options);
+        }
     }
-}
 
-void SimulatorTest::answersByPty() {
-    for (const int signal : {SIGINT, SIGTERM}) {
+    // Options and, after a comma, an order; then how long the answer takes at least.
+    static void answersByTcp_data() {
+        const DataTable<QByteArray, QByteArray, int> row("command", "answer", "leastMs");
+        row("", "CFG ?\r\n", Configuration, 0);
+        row("--model KVN-8x4-S", "CFG ?\r\n", "\r\nKVN-8x4-S\r\n", 0);
+        row("--echo", "MUT M 1\r", "MUT M 1\r\r\nOk\r\n", 0);
+        row("--latency 150 --split 1", "VOL L 16?\r", Level, 150 + 15 * 3);
+        row("--latency 60000,latency 150", "VOL L 16?\rVOL L 16?\r", Level + Level, 150);
+        row(",split 2", "VOL L 16?\r", Level, 7 * 3);
+        row("--fault silence", "MUT M 1\r", "", 0);
+        row("--fault silence,fault none", "CFG ?\r\n", Configuration, 0);
+        row("--fault close", "CFG ?\r\nCFG ?\r\n", Half, 50);
+        row(",fault close", "ECHO OFF\r", "", 50);
+        row("--fault none --split 0 --latency 0,unplug", "CFG ?\r\n", Configuration, 0);
+    }
+
+    static void answersByTcp() {
+        QFETCH(QByteArray, command);
+        QFETCH(int, leastMs);
+        const QByteArrayList options = QByteArray(QTest::currentDataTag()).split(',');
+        Simulator simulator("--tcp 0 " + options[0]);
+        for (const char *const wrong : {"fault fire", "latency", "latency -1", "split x", "plug"})
+            QVERIFY(!simulator.obeys(wrong));
+        QVERIFY(options.size() == 1 || simulator.obeys(options[1]));
+        for (const char *const pattern :
+             {"^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} (tcp1) > ", "(tcp2) > "}) {
+            QElapsedTimer clock;
+            clock.start();
+            // The connection ends with the last answer to a peer that has no more to say.
+            QTEST(hear(simulator.say(command)), "answer");
+            QVERIFY(clock.elapsed() >= leastMs);
+            QVERIFY(!simulator.waitFor(pattern).isEmpty());
+        }
+    }
+
+    static void answersByPty() {
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+            const QTemporaryDir folder;
+            const QString link = folder.filePath(QStringLiteral("new/unit"));
+            // What a simulator that was killed leaves behind.
+            if (signal == SIGINT && QDir(folder.path()).mkdir(QStringLiteral("new")))
+                QVERIFY(QFile::link(QStringLiteral("/dev/pts/no-more"), link));
+            Simulator simulator("--tcp 0 --serial " + link.toLocal8Bit());
+            // The unfinished command leaves with its peer. Nobody reads the transcript, which is
+            // more than a pipe holds.
+            for (int visit = 1; visit <= 100; ++visit)
+                QCOMPARE(ask(link, "CFG ?\r\nSTA O A\rSTA O ", Configuration.size() + All.size()),
+                         Configuration + All);
+            // What it did not read leaves too. One unit stands behind both links.
+            QCOMPARE(ask(link, "VOL L 3 -7\rSTA O A\r", 6), QByteArray("\r\nOk\r\n"));
+            int unread = -1;
+            const FileDescriptor file(::open(qPrintable(link), O_RDWR | O_NOCTTY));
+            QTRY_VERIFY(::ioctl(file.get(), FIONREAD, &unread) == 0 && unread == 0);
+            QCOMPARE(hear(simulator.say("VOL L 3?\r")), QByteArray("\r\nVOL L 3 -7\r\n"));
+            // Whatever takes the links down, the symbolic one then leads to a new pty.
+            QString device = QFile::symLinkTarget(link);
+            QCOMPARE(simulator.waitFor("^Listening on serial .* -> (.+)$"), device);
+            QVERIFY(simulator.obeys("latency 60000"));
+            const auto peer = simulator.say("CFG ?\r");
+            QVERIFY(!simulator.waitFor("tcp\\d (>) CFG").isEmpty());
+            QVERIFY(simulator.obeys("unplug") && simulator.obeys("latency 0"));
+            QVERIFY(::read(file.get(), &unread, 1) <= 0);
+            QCOMPARE(hear(peer), QByteArray());
+            QVERIFY(QFile::symLinkTarget(link) != device);
+            QCOMPARE(ask(link, "CFG ?\r", Configuration.size()), Configuration);
+            QVERIFY(simulator.obeys("fault close"));
+            device = QFile::symLinkTarget(link);
+            QVERIFY(Half.startsWith(ask(link, "CFG ?\r", 100))); // the end can overtake it
+            QTRY_VERIFY(QFile::exists(link) && QFile::symLinkTarget(link) != device);
+            QCOMPARE(simulator.exitStatus(signal), 0);
+            QVERIFY(QFile::symLinkTarget(link).isEmpty());
+        }
+    }
+
+    static void foreignLinks() {
         const QTemporaryDir folder;
         const QString link = folder.filePath(QStringLiteral("unit"));
-        // What a simulator that was killed leaves behind.
-        QVERIFY(QFile::link(QStringLiteral("/dev/pts/no-more"), link));
-        RunningSimulator simulator("--tcp 0 --serial " + link.toLocal8Bit());
-        QCOMPARE(QFileInfo(link).symLinkTarget(),
-                 simulator.waitFor("^Listening on serial .* -> (.+)$"));
-        const QByteArray all = Configuration + QByteArray::fromStdString(Unit().answer("STA O A"));
-        // The unfinished command leaves with its peer.
-        for (int visit = 1; visit <= 2; ++visit)
-            QCOMPARE(askByPty(link, "CFG ?\r\nSTA O A\rSTA O ", all.size()), all);
-        // One unit stands behind both links.
-        QCOMPARE(askByTcp(simulator, "VOL L 3 -7\r", 6), QByteArray("\r\nOk\r\n"));
-        QCOMPARE(askByPty(link, "VOL L 3?\r", 14), QByteArray("\r\nVOL L 3 -7\r\n"));
-        QCOMPARE(simulator.exitStatus(signal), 0);
-        QVERIFY(!QFileInfo(link).isSymLink());
+        const QString other = folder.filePath(QStringLiteral("other"));
+        const Simulator owner("--serial " + other.toLocal8Bit());
+        // A file, a device that is unplugged, the links of a simulator that runs.
+        for (const QString &target :
+             {QString(), QStringLiteral("/dev/ttyUSB-none"), QFile::symLinkTarget(other), other}) {
+            QVERIFY(target.isEmpty() ? QFile(link).open(QIODevice::WriteOnly)
+                                     : QFile::link(target, link));
+            Simulator simulator("--serial " + link.toLocal8Bit());
+            QCOMPARE(simulator.exitStatus(0), 1);
+            QVERIFY(simulator.process.readAllStandardError().contains(link.toLocal8Bit()));
+            QCOMPARE(QFile::symLinkTarget(link), target);
+            QVERIFY(QFile::remove(link));
+        }
+        // One that was put in the place of its own meanwhile stays too.
+        Simulator simulator("--serial " + link.toLocal8Bit());
+        QVERIFY(QFile::remove(link) && QFile::link(QStringLiteral("/dev/ttyUSB-none"), link));
+        QVERIFY(simulator.obeys("unplug"));
+        QCOMPARE(simulator.exitStatus(SIGTERM), 0);
+        QVERIFY(!QFile::symLinkTarget(link).isEmpty());
     }
-}
 
-void SimulatorTest::foreignLinks() {
-    const QTemporaryDir folder;
-    const QByteArray other = folder.filePath(QStringLiteral("other")).toLocal8Bit();
-    const QString link = folder.filePath(QStringLiteral("unit"));
-    const RunningSimulator owner("--serial " + other);
-    const QByteArray itsPty = QFile::symLinkTarget(QString::fromLocal8Bit(other)).toLocal8Bit();
-    // A file, a device that is unplugged, the links of a simulator that runs.
-    for (const QByteArray &target : {QByteArray(), QByteArray("/dev/ttyUSB-none"), itsPty, other}) {
-        QVERIFY(target.isEmpty() ? QFile(link).open(QIODevice::WriteOnly)
-                                 : ::symlink(target.constData(), qPrintable(link)) == 0);
-        RunningSimulator simulator("--serial " + link.toLocal8Bit());
-        QCOMPARE(simulator.exitStatus(), 1);
-        QVERIFY(simulator.errors().contains(link.toLocal8Bit()));
-        QCOMPARE(QFile::symLinkTarget(link).toLocal8Bit(), target);
-        QVERIFY(QFile::remove(link));
+    static void whatIsNotReadYet() {
+        // A peer that asks and asks is answered when it reads, and keeps nobody else from it.
+        Simulator simulator("--tcp 0");
+        const auto greedy = simulator.say(QByteArray("STA O A\r").repeated(20'000));
+        QCOMPARE(hear(simulator.say("CFG ?\r\n")), Configuration);
+        QVERIFY(hear(greedy) == All.repeated(20'000));
     }
-    // One that was put in the place of its own meanwhile stays too.
-    RunningSimulator simulator("--serial " + link.toLocal8Bit());
-    QVERIFY(QFile::remove(link) && QFile::link(QStringLiteral("/dev/ttyUSB-none"), link));
-    QCOMPARE(simulator.exitStatus(SIGTERM), 0);
-    QVERIFY(QFileInfo(link).isSymLink());
-}
-
-void SimulatorTest::outputThatNobodyReads() {
-    const QTemporaryDir folder;
-    const QString link = folder.filePath(QStringLiteral("unit"));
-    const QString output = folder.filePath(QStringLiteral("output"));
-    QCOMPARE(::mkfifo(qPrintable(output), 0600), 0);
-    const FileDescriptor reader(::open(qPrintable(output), O_RDWR | O_NONBLOCK));
-    RunningSimulator simulator("--serial " + link.toLocal8Bit(), output);
-    QTRY_VERIFY(QFileInfo::exists(link));
-    const std::string all = Unit().answer("STA O A");
-    for (int times = 0; times < 200; ++times) // more than a pipe holds
-        QCOMPARE(askByPty(link, "STA O A\r", qsizetype(all.size())).toStdString(), all);
-    QCOMPARE(simulator.exitStatus(SIGTERM), 0);
-    QVERIFY(!QFileInfo(link).isSymLink());
-}
-
-void SimulatorTest::faults() {
-    const QTemporaryDir folder;
-    const QString link = folder.filePath(QStringLiteral("unit"));
-    const QString floodLink = folder.filePath(QStringLiteral("flood"));
-    RunningSimulator flood("--tcp 0 --fault flood --serial " + floodLink.toLocal8Bit());
-    RunningSimulator close("--tcp 0 --fault close --serial " + link.toLocal8Bit());
-    RunningSimulator garbage("--tcp 0 --fault garbage");
-    for (int visit = 1; visit <= 5; ++visit) {
-        const QByteArray flooded = askByTcp(flood, "CFG ?\r\n", Much);
-        QVERIFY(flooded.size() == Much && flooded.startsWith(Configuration + Configuration));
-        // Who leaves amid the flood leaves nothing of it behind.
-        QCOMPARE(askByPty(floodLink, "CFG ?\r\n", 2 * Configuration.size()),
-                 Configuration + Configuration);
-        QCOMPARE(askByTcp(close, "CFG ?\r\n", Much), Half);
-        // After a hang-up the link leads to a new pty as soon as there is one.
-        QTRY_VERIFY(QFileInfo::exists(link));
-        QCOMPARE(askByPty(link, "CFG ?\r\n", Much), Half);
-        const QByteArray other = askByTcp(garbage, "CFG ?\r\nCFG ?\r\n", 2 * Configuration.size());
-        QVERIFY(other.size() == 2 * Configuration.size() && !other.contains("KVN"));
-        QVERIFY(other.first(Configuration.size()) != other.last(Configuration.size()));
-    }
-    QCOMPARE(flood.exitStatus(SIGTERM), 0);
-}
-
-void SimulatorTest::faultsInMidSession() {
-    RunningSimulator simulator("--tcp 0 --fault silence");
-    QCOMPARE(askByTcp(simulator, "MUT M 1\r", Much), QByteArray());
-    simulator.type("fault none");
-    QCOMPARE(simulator.waitFor("^Fault (none)$"), QStringLiteral("none"));
-    QCOMPARE(askByTcp(simulator, "CFG ?\r\n", Much), Configuration);
-    simulator.type("fault fire");
-    simulator.type("fault close");
-    QCOMPARE(simulator.waitFor("^Fault (close)$"), QStringLiteral("close"));
-    QCOMPARE(simulator.waitFor("^(Not understood): fault fire$"), QStringLiteral("Not understood"));
-    QCOMPARE(askByTcp(simulator, "CFG ?\r\n", Much), Half);
-}
+};
 
 QTEST_GUILESS_MAIN(SimulatorTest)
+#include "SimulatorTest.moc"
