@@ -12,7 +12,7 @@
 
 AddressBoxes::AddressBoxes(const char *boxName, const char *dotName, const AddressView &addressView,
                            QWidget *parent)
-    : QWidget(parent), view(addressView) {
+    : QWidget(parent), view(addressView), shownCursor(addressView.cursorMoved) {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);

@@ -34,5 +34,5 @@ private:
     const AddressView &view;
     std::array<QLineEdit *, AddressEntry::BoxCount> boxes{};
     AddressPlace selection; ///< before the event that is under way
-    int shownCursor = 0;
+    int shownCursor;        ///< what the view moved before is not moved again
 };

@@ -4,7 +4,6 @@
 #include "forms/Control.h"
 
 #include <QString>
-#include <QTextDocumentFragment>
 #include <QWidget>
 
 #include <map>
@@ -48,12 +47,6 @@ inline std::string wanted(QWidget *widget, const Control &control) {
     return all + (lights && control.lit ? " lit" : "");
 }
 
-/// What the pointer shows at a widget, and what is spoken of it.
-inline std::string hints(const QWidget *widget) {
-    return QTextDocumentFragment::fromHtml(widget->toolTip()).toPlainText().toStdString() + "/" +
-           widget->accessibleDescription().toStdString();
-}
-
 /// Gives a control a look that differs from one `number` and from one `round` to the next.
 inline void change(Control &control, int number, int round) {
     control = {.text = "<b>" + std::to_string(number + round) + "\xE4",
@@ -61,6 +54,4 @@ inline void change(Control &control, int number, int round) {
                .enabled = (number + round) % 4 != 0,
                .lit = (number + round) % 2 != 0,
                .face = static_cast<Face>((number + round) % 5)};
-    control.toolTip = round == 1 ? "" : "<b>\u20AC\n" + std::to_string(number + round);
-    control.description = control.toolTip + "!";
 }
