@@ -22,12 +22,10 @@ QWidget *ProgramFixture::window(const std::string &name) {
 
 std::string ProgramFixture::visibleWindows() {
     QStringList names;
-    for (const QWidget *candidate : QApplication::topLevelWidgets()) {
-        if (candidate->isVisible())
-            names.push_back(candidate->objectName());
-    }
+    for (const QWidget *candidate : QApplication::topLevelWidgets())
+        names += candidate->isVisible() ? candidate->objectName() : QString();
     names.sort();
-    return names.join(QLatin1Char(' ')).toStdString();
+    return names.join(QLatin1Char(' ')).trimmed().toStdString();
 }
 
 void ProgramFixture::click(const char *windowName, const std::string &name) {
@@ -43,25 +41,23 @@ void ProgramFixture::clickAnything(const char *windowName, const std::string &na
 void ProgramFixture::answerMessages() {
     pump.eachTurn = [this] {
         QCoreApplication::processEvents();
-        if (isShown("dlgOK")) {
-            messages += (messages.empty() ? "" : " | ") + text("dlgOK", "OKLabel");
-            click("dlgOK", "OKButton");
-        }
+        if (!isShown("dlgOK"))
+            return;
+        messages += (messages.empty() ? "" : " | ") + text("dlgOK", "OKLabel");
+        click("dlgOK", "OKButton");
     };
 }
 
 void ProgramFixture::connectInDialog(bool overNetwork) {
     pump.in(0.1, [this, overNetwork] {
         clickAnything("dlgConnect", overNetwork ? "ConnectIPOption" : "ConnectSerialOption");
-        if (!overNetwork) {
+        if (overNetwork)
+            part<QLineEdit>("dlgConnect", "IPAddressQuadConnect_0")
+                ->setText(QStringLiteral("10.11.12.13"));
+        else
             QTest::keyClick(part("dlgConnect", "SerialPortsCombo"), Qt::Key_Down);
-            pump.in(0.1, [] { click("dlgConnect", "Connect2SerialButton"); });
-            return;
-        }
-        for (int box = 0; box < 4; ++box)
-            QTest::keyClicks(part("dlgConnect", "IPAddressQuadConnect_" + std::to_string(box)),
-                             QString::number(10 + box));
-        click("dlgConnect", "Connect2IPButton");
+        const char *const button = overNetwork ? "Connect2IPButton" : "Connect2SerialButton";
+        pump.in(0.1, [button] { click("dlgConnect", button); });
     });
 }
 

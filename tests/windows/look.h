@@ -1,24 +1,27 @@
 #pragma once
 
 #include "Lamp.h"
-#include "forms/Control.h"
+#include "support/ProgramFixture.h"
 
-#include <QString>
-#include <QWidget>
+#include <QComboBox>
+#include <QListWidget>
+#include <QRegularExpression>
 
-#include <map>
 #include <string>
+
+// What the user's eyes find in a window, as text.
 
 /// The colour of one pixel of a widget, as "#rrggbb".
 inline std::string pixel(QWidget *widget, int x, int y) {
     return widget->grab().toImage().pixelColor(x, y).name().toStdString();
 }
 
-/// What a control looks like on screen: hidden, greyed, the text, and of buttons and lamps the
-/// colour.
+/// What a control looks like: its text, hidden, greyed, and of buttons and lamps the colour.
 inline std::string look(QWidget *widget) {
-    const bool frame = widget->inherits("QGroupBox");
-    std::string all = widget->property(frame ? "title" : "text").toString().toStdString();
+    const char *const content = widget->inherits("QGroupBox") ? "title" : "text";
+    std::string all = widget->property(content).toString().toStdString();
+    if (const auto *label = qobject_cast<QLabel *>(widget))
+        all += label->textFormat() == Qt::PlainText ? "" : " rich";
     all += widget->isHidden() ? " hidden" : "";
     all += widget->isEnabledTo(widget->parentWidget()) ? "" : " greyed";
     if (widget->inherits("QRadioButton"))
@@ -32,26 +35,46 @@ inline std::string look(QWidget *widget) {
 
 /// What it should look like.
 inline std::string wanted(QWidget *widget, const Control &control) {
-    static const std::map<Face, std::string> faces{{Face::Neutral, " #e0e0e0"},
-                                                   {Face::Busy, " #ff8080"},
-                                                   {Face::Chosen, " #d6f1c2"},
-                                                   {Face::Muted, " #f7a69d"},
-                                                   {Face::Unmuted, " #d6f1c2"}};
-    const bool hasText = widget->property("text").isValid() || widget->property("title").isValid();
+    static constexpr const char *Faces[] = {" #e0e0e0", " #ff8080", " #d6f1c2", " #f7a69d",
+                                            " #d6f1c2"};
+    const bool hasText = widget->property("text").isValid() || widget->inherits("QGroupBox");
     std::string all = hasText ? QString::fromLatin1(control.text).toStdString() : "";
     all += control.visible ? "" : " hidden";
     all += control.enabled ? "" : " greyed";
     if (widget->inherits("QPushButton"))
-        return all + (widget->isEnabled() && widget->isVisible() ? faces.at(control.face) : "");
-    const bool lights = widget->inherits("QRadioButton") || dynamic_cast<Lamp *>(widget);
-    return all + (lights && control.lit ? " lit" : "");
+        return all + (widget->isEnabled() && widget->isVisible()
+                          ? Faces[static_cast<int>(control.face)]
+                          : "");
+    return all + (control.lit && (widget->inherits("QRadioButton") || dynamic_cast<Lamp *>(widget))
+                      ? " lit"
+                      : "");
 }
 
-/// Gives a control a look that differs from one `number` and from one `round` to the next.
-inline void change(Control &control, int number, int round) {
-    control = {.text = "<b>" + std::to_string(number + round) + "\xE4",
-               .visible = (number + round) % 3 != 0,
-               .enabled = (number + round) % 4 != 0,
-               .lit = (number + round) % 2 != 0,
-               .face = static_cast<Face>((number + round) % 5)};
+/// The entries of a list, the chosen one in brackets.
+inline std::string entries(QWidget *widget) {
+    const auto *list = qobject_cast<QListWidget *>(widget);
+    const auto *combo = qobject_cast<QComboBox *>(widget);
+    const QAbstractItemModel *model = list ? list->model() : combo->model();
+    const bool none = list && list->selectedItems().isEmpty();
+    const int chosen = none ? -1 : list ? list->currentRow() : combo->currentIndex();
+    std::string all;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        const std::string text = model->index(row, 0).data().toString().toStdString();
+        all += row == chosen ? "[" + text + "]" : " " + text + " ";
+    }
+    return all;
+}
+
+/// The address in a window's boxes: a star where the focus is, in brackets what is selected.
+inline std::string addressIn(const std::string &window) {
+    std::string all;
+    for (const auto *box : ProgramFixture::window(window)->findChildren<QLineEdit *>(
+             QRegularExpression(QStringLiteral("Quad.*_[0-3]")))) {
+        QString text = box->text();
+        if (box->hasSelectedText())
+            text.insert(box->selectionEnd(), u']').insert(box->selectionStart(), u'[');
+        all += (box->objectName().endsWith(u'0') ? "" : ".") + text.toStdString();
+        all += box->window()->focusWidget() == box ? "*" : "";
+    }
+    return all;
 }
