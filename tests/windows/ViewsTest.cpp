@@ -24,7 +24,9 @@ class ViewsTest : public QObject {
                             .visible = number % 3 != 0,
                             .enabled = number % 4 != 0,
                             .lit = number % 2 != 0,
-                            .face = static_cast<Face>(number % 5)};
+                            .face = static_cast<Face>(number % 5),
+                            .toolTip = round == 1 ? "" : "<b>\u20AC\n" + std::to_string(number),
+                            .description = round == 1 ? "" : "<i>" + std::to_string(number)};
             }
             kvn.windows.refresh();
             std::istringstream words(names);
@@ -33,6 +35,8 @@ class ViewsTest : public QObject {
                 words >> name;
                 QWidget *widget = kvn.part(window, name);
                 QCOMPARE(name + ": " + look(widget), name + ": " + wanted(widget, *control));
+                if (!widget->inherits("Lamp") && name != "KVNNameLabel")
+                    QCOMPARE(hints(widget), control->toolTip + "/" + control->description);
             }
         }
         view = before;

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QListWidget>
 #include <QRegularExpression>
+#include <QTextDocumentFragment>
 
 #include <string>
 
@@ -48,6 +49,12 @@ inline std::string wanted(QWidget *widget, const Control &control) {
     return all + (control.lit && (widget->inherits("QRadioButton") || dynamic_cast<Lamp *>(widget))
                       ? " lit"
                       : "");
+}
+
+/// What the pointer shows at a widget, and what is spoken of it.
+inline std::string hints(const QWidget *widget) {
+    return QTextDocumentFragment::fromHtml(widget->toolTip()).toPlainText().toStdString() + "/" +
+           widget->accessibleDescription().toStdString();
 }
 
 /// The entries of a list, the chosen one in brackets.
