@@ -219,7 +219,7 @@ private Q_SLOTS:
             {"oV1 iV3", "Input 3 to output 1, video Con 3(1);Q"},
             {"iA3 oA1 oA2 oA2 oV4", "Input 3 to outputs 1 and 4, audio Con 3F (1,4);Q"},
             {"iV4 oV1 escape", "Input 4, video: pick its outputs Con 4();Q"},
-            {"iB3 oB1 iB3", hint + " DIS ,;Q"}, {"iB3 oB1 take", hint + " DIS ,;Q"},
+            {"iB3 oB1 iB3", hint + " DIS ,;Q"}, {"iB3 oB1 take note", hint + " DIS ,;Q"},
             {"model=8x4-RGB iB6 oB7", "Input 2 to output 1, video Con 2(1);Q"}},
             "open", "?tip=TakeButton take ?sent");
     }
@@ -238,13 +238,13 @@ private Q_SLOTS:
              "input 17, audio from input 17, volume -19, muted"},
             {"open oA2 take ?tip=OutputVideoButtons_2", "Output 2: video from input 2, no audio, "
              "volume -20, not muted|video from input 2, no audio, volume -20, not muted"},
-            {"silent open ?tip=InputVideoConnected_9", "Output 9: video not known, audio not "
-             "known, volume not known, mute not known|video not known, audio not known, volume "
-             "not known, mute not known"},
+            {"silent open ?tip=InputVideoConnected_9", "{no response} Output 9: video not known, "
+             "audio not known, volume not known, mute not known|video not known, audio not known, "
+             "volume not known, mute not known"},
             {"open model=8x4-RGB oB8 take ?tip=OutputVidAudButtons_8",
              "Output 2: no video|no video"},
             {"open model=8x4-RGB ?tip=OutputVolumeValue_10", "Output 4: video from input 4|video "
-             "from input 4"}, {"open model=8x4-RGB ?tip=OutputVidAudButtons_11", "|"},
+             "from input 4"}, {"open model=8x4-RGB ?tip=OutputVidAudButtons_11", ""},
             {"open iV4 oV7 oV8 take ?tip=InputAudioButtons_4", "Input 4: " + input4 + "|" + input4},
             {"open oB1 take ?tip=InputVideoLamp_1", "Input 1: video to no output, audio to no "
              "output|"},
