@@ -35,7 +35,7 @@ class ViewsTest : public QObject {
                 words >> name;
                 QWidget *widget = kvn.part(window, name);
                 QCOMPARE(name + ": " + look(widget), name + ": " + wanted(widget, *control));
-                if (!widget->inherits("Lamp") && name != "KVNNameLabel")
+                if (!dynamic_cast<Lamp *>(widget) && name != "KVNNameLabel")
                     QCOMPARE(hints(widget), control->toolTip + "/" + control->description);
             }
         }

@@ -224,7 +224,7 @@ private Q_SLOTS:
             "Connected on COM7; S++--- CFG ?\r| 0.3");
         row("0: pick 7; test 8", "S++--- | 0");
         row("pick 7; drop S; close; 0: ask A; ask CFG ?; shown; drop S; send B; close; shown",
-            "60 \r\nERROR command\r\n; " + unit + "Connected on COM7; "
+            "60 \r\nERROR\r\n; " + unit + "Connected on COM7; "
             "Not Connected, panel Connected on COM7;  ----- A\rCFG ?\rB\r| 0.6");
         row("S; say Ok 1; say Ok 2; lose S; plug 7; 0: ask A; ask B",
             "60 \r\nOk 1; 60 \r\nOk 2; S+++++ A\rB\r| 0.6");
