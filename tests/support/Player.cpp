@@ -338,6 +338,14 @@ std::string Player::look(const std::string &what) {
         {"type", [&] { return panel.CorvaneTypeLabel.text + " " + panel.form.focus; }},
         {"slots", [&] { return slotsOf(Side::Input) + ", " + slotsOf(Side::Output); }},
         {"outputs", [&] { return outputIn(1) + ", " + outputIn(2); }},
+        // The buttons that are marked as what the next take sends.
+        {"marked", [&] { program.panelForm.describe();
+                         for (const char *const mark : {"iB", "iV", "iA", "oB", "oV", "oA"}) {
+                             const auto array = rowNamed(SlotArrays, Marks.at(mark));
+                             for (const auto &[slot, button] : seen(panel.*array->controls))
+                                 text += button.picked ? " " + (mark + std::to_string(slot)) : "";
+                         }
+                         return text.substr(text.empty() ? 0 : 1); }},
         {"picked", [&] { return picked(); }}, {"left", [&] { return left(); }}};
     // clang-format on
     return looks.at(what)();

@@ -13,6 +13,7 @@ struct Control {
     bool enabled = true;
     bool lit = false; ///< a lamp that is lit, an option that is chosen
     Face face = Face::Neutral;
+    bool picked = false;       ///< a button that is part of what is about to be sent
     std::string toolTip{};     ///< what the pointer shows, UTF-8; empty: none
     std::string description{}; ///< what is spoken after the name, UTF-8; empty: none
     bool operator==(const Control &) const = default;

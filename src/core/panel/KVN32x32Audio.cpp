@@ -2,6 +2,7 @@
 
 #include "forms/AtExit.h"
 #include "machine/LinkError.h"
+#include "panel/PanelPicks.h"
 #include "panel/PanelTexts.h"
 #include "protocol/CommandTexts.h"
 
@@ -178,8 +179,10 @@ void KVN32x32Audio::unload() {
 }
 
 void KVN32x32Audio::describe() {
-    if (isLoaded())
-        describePanel(view, panel, unit.model);
+    if (!isLoaded())
+        return;
+    describePanel(view, panel, unit.model);
+    markPicks(view, panel, unit.model);
 }
 
 void KVN32x32Audio::TurnOffEcho() { talk.SendCommand(std::string(command::EchoOff)); }

@@ -33,8 +33,8 @@ public:
     /// Closes the panel and the link.
     void unload() override;
 
-    /// Brings tool tips and descriptions up to date with what else the panel shows. Called before
-    /// it is shown.
+    /// Brings tool tips, descriptions and the marks of what is picked up to date with what else the
+    /// panel shows. Called before it is shown.
     void describe();
 
     /// Sends the echo-off command.

@@ -205,23 +205,25 @@ private Q_SLOTS:
             "open iB3 oB1", "take ?outputs well iB3 oB2 take ?left");
     }
 
-    // What it says it will do is what goes out then.
+    // What it says it will do, and the buttons that are marked, are what goes out then. Marks go by
+    // the list: no lamp tells of output 1 before input 3, and ESCAPE leaves input and kind.
     void takeSaysWhatItSends() {
         const std::string hint =
             "Pick an input and its outputs to connect them, or outputs alone to disconnect them";
         checkPlays({
             {"", hint + " DIS ,;Q"},
-            {"iB4 oB8 oB7", "Input 4 to outputs 7 and 8, video and audio Con 4(7,8)4F (7,8);Q"},
-            {"iV4 oV9 oV7 oV16", "Input 4 to outputs 7, 9 and 16, video Con 4(7,9,16);Q"},
-            {"iA16 oA2", "Input 16 to output 2, audio Con 16F (2);Q"},
-            {"oA3", "Disconnect output 3, audio DIS 3F;Q"},
-            {"oB2 oB1", "Disconnect outputs 1 and 2, video and audio DIS 1,2,1F,2F;Q"},
-            {"oV1 iV3", "Input 3 to output 1, video Con 3(1);Q"},
-            {"iA3 oA1 oA2 oA2 oV4", "Input 3 to outputs 1 and 4, audio Con 3F (1,4);Q"},
-            {"iV4 oV1 escape", "Input 4, video: pick its outputs Con 4();Q"},
+            {"iB4 oB8 oB7", "Input 4 to outputs 7 and 8, video and audio iB4 oB7 oB8 Con 4(7,8)4F (7,8);Q"},
+            {"iV4 oV9 oV7 oV16", "Input 4 to outputs 7, 9 and 16, video iV4 oV7 oV9 oV16 Con 4(7,9,16);Q"},
+            {"iA16 oA2", "Input 16 to output 2, audio iA16 oA2 Con 16F (2);Q"},
+            {"oA3", "Disconnect output 3, audio oA3 DIS 3F;Q"},
+            {"oB2 oB1", "Disconnect outputs 1 and 2, video and audio oB1 oB2 DIS 1,2,1F,2F;Q"},
+            {"oV1 iV3", "Input 3 to output 1, video iV3 oV1 Con 3(1);Q"},
+            {"iA3 oA1 oA2 oA2 oV4", "Input 3 to outputs 1 and 4, audio iA3 oA1 oA4 Con 3F (1,4);Q"},
+            {"iV4 oV1 escape", "Input 4, video: pick its outputs iV4 Con 4();Q"},
+            {"iB3 escape oV1", "Input 3 to output 1, video and audio iB3 oB1 Con 3(1)3F (1);Q"},
             {"iB3 oB1 iB3", hint + " DIS ,;Q"}, {"iB3 oB1 take note", hint + " DIS ,;Q"},
-            {"model=8x4-RGB iB6 oB7", "Input 2 to output 1, video Con 2(1);Q"}},
-            "open", "?tip=TakeButton take ?sent");
+            {"model=8x4-RGB iB6 oB7", "Input 2 to output 1, video iB6 oB7 Con 2(1);Q"}},
+            "open", "?tip=TakeButton ?marked take ?sent");
     }
 
     // What the pointer shows and what is spoken, where that is something else.
