@@ -6,10 +6,19 @@
 #include <QApplication>
 #include <QTimer>
 
+#include <cstdio>
+#include <cstdlib>
+
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("KVNController"));
     QApplication::setApplicationVersion(QLatin1String(ProgramVersion));
+    if (!canDrawText()) {
+        std::fputs("KVNController: no font is installed, so no text could be read. "
+                   "Install one, such as the package fonts-dejavu-core.\n",
+                   stderr);
+        return EXIT_FAILURE;
+    }
     applyProgramLook();
 
     QtMachine machine;

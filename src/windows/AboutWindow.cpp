@@ -1,7 +1,7 @@
 #include "AboutWindow.h"
 
 #include "FaceButton.h"
-#include "LinkPicture.h"
+#include "ProgramLook.h"
 #include "start/ProgramTitle.h"
 
 #include <QFontInfo>
@@ -18,8 +18,9 @@ AboutWindow::AboutWindow(Form &aboutForm, const FormView &aboutView)
         made->setObjectName(QLatin1String(name));
         return made;
     };
-    auto *picIcon = new LinkPicture(LinkPicture::Shows::LinkUp, this);
-    picIcon->setObjectName(QStringLiteral("picIcon"));
+    QLabel *picIcon = label("picIcon", QString());
+    picIcon->setPixmap(programIcon().pixmap(grown(QSize(56, 56)), devicePixelRatioF()));
+    picIcon->setAccessibleName(title);
     QLabel *lblTitle = label("lblTitle", title);
     QFont bold = lblTitle->font();
     bold.setBold(true);
@@ -32,16 +33,16 @@ AboutWindow::AboutWindow(Form &aboutForm, const FormView &aboutView)
                                                "over a serial port or TCP/IP."));
     auto *cmdOK = new FaceButton(QStringLiteral("OK"), this);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdOK->setMinimumWidth(110);
+    cmdOK->setMinimumWidth(grown(110));
     auto *grid = new QGridLayout(this);
-    grid->setContentsMargins(24, 22, 24, 18);
-    grid->setHorizontalSpacing(20);
-    grid->setVerticalSpacing(8);
-    grid->addWidget(picIcon, 0, 0, Qt::AlignTop);
+    grid->setContentsMargins(grown(QMargins(24, 22, 24, 18)));
+    grid->setHorizontalSpacing(grown(20));
+    grid->setVerticalSpacing(grown(8));
+    grid->addWidget(picIcon, 0, 0, 3, 1, Qt::AlignTop);
     grid->addWidget(lblTitle, 0, 1);
     grid->addWidget(lblVersion, 1, 1);
     grid->addWidget(lblDescription, 2, 1);
-    grid->setRowMinimumHeight(3, 10);
+    grid->setRowMinimumHeight(3, grown(10));
     grid->addWidget(cmdOK, 4, 1, Qt::AlignRight);
     grid->setSizeConstraint(QLayout::SetFixedSize);
     whenClicked(cmdOK, [this] { form.unload(); });

@@ -1,5 +1,6 @@
 #include "AddressBoxes.h"
 
+#include "ProgramLook.h"
 #include "TextConversion.h"
 
 #include <QFocusEvent>
@@ -15,13 +16,14 @@ AddressBoxes::AddressBoxes(const char *boxName, const char *dotName, const Addre
     : QWidget(parent), view(addressView), shownCursor(addressView.cursorMoved) {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
+    row->setSpacing(grown(4));
     for (int number = 0; number < AddressEntry::BoxCount; ++number) {
         auto *edit = new QLineEdit(this);
         edit->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(boxName)).arg(number));
         edit->setAccessibleName(QStringLiteral("Address part %1").arg(number + 1));
         edit->setAlignment(Qt::AlignCenter);
-        edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 14);
+        edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("00000")) +
+                            grown(14));
         edit->setInputMethodHints(Qt::ImhDigitsOnly);
         edit->installEventFilter(this);
         connect(edit, &QLineEdit::textChanged, this, [this, number](const QString &text) {

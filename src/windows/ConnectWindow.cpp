@@ -1,6 +1,7 @@
 #include "ConnectWindow.h"
 
 #include "FaceButton.h"
+#include "ProgramLook.h"
 #include "TextConversion.h"
 
 #include <QAbstractItemView>
@@ -16,8 +17,8 @@ ConnectWindow::ConnectWindow(dlgConnect &connectForm, const ConnectView &connect
     setWindowModality(Qt::ApplicationModal);
     setWindowFlag(Qt::Dialog);
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(18, 16, 18, 16);
-    layout->setSpacing(12);
+    layout->setContentsMargins(grown(QMargins(18, 16, 18, 16)));
+    layout->setSpacing(grown(12));
     layout->addWidget(buildOptions());
     layout->addWidget(buildNetworkFrame());
     layout->addWidget(buildSerialFrame());
@@ -28,9 +29,9 @@ ConnectWindow::ConnectWindow(dlgConnect &connectForm, const ConnectView &connect
     linkRow->addWidget(status.ZarnNotConnectedImage);
     linkRow->addWidget(status.ZarnConnectedLabel, 1);
     keepPlaceWhenHidden(status.ZarnConnectedLabel);
-    status.ZarnConnectedLabel->setMinimumHeight(28);
+    status.ZarnConnectedLabel->setMinimumHeight(grown(28));
     layout->addLayout(linkRow);
-    setFixedSize(420, 300);
+    setFixedSize(grown(QSize(420, 300)));
     whenKey(Qt::Key_Escape, [this] {
         if (SerialPortsCombo->view()->isVisible())
             SerialPortsCombo->hidePopup();

@@ -1,6 +1,7 @@
 #include "FaceButton.h"
 
 #include "Colours.h"
+#include "ProgramLook.h"
 
 #include <QPainter>
 
@@ -21,34 +22,46 @@ void FaceButton::setFace(const QColor &colour) {
 
 QColor FaceButton::face() const { return palette().color(QPalette::Active, QPalette::Button); }
 
+void FaceButton::setPicked(bool isPicked) {
+    picked = isPicked;
+    update();
+}
+
 QSize FaceButton::sizeHint() const {
-    const QSize textSize = fontMetrics().size(Qt::TextShowMnemonic, text());
-    return {textSize.width() + 28, textSize.height() + 14};
+    return fontMetrics().size(Qt::TextShowMnemonic, text()) + grown(QSize(28, 14));
+}
+
+double FaceButton::cornerRadius(const QWidget &widget) {
+    const double line = lineWidth(widget);
+    return std::clamp(widget.height() / 6.0, 2.0 * line, 6.0 * line);
 }
 
 void FaceButton::paintEvent(QPaintEvent *) {
+    const colour::Ground &ground = colour::ground(palette());
+    const double line = lineWidth(*this);
+    const double radius = cornerRadius(*this);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const auto outline = [&](double outside, double width, const QColor &ink) {
+        const double middle = outside + width / 2.0;
+        painter.setPen(QPen(ink, width));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(middle, middle, -middle, -middle), radius,
+                                radius);
+    };
     QColor fill = face();
     if (!isEnabled())
-        fill = fill.lighter(108);
+        fill = colour::mixed(fill, ground.card, 0.18);
     else if (isDown())
         fill = fill.darker(118);
-
-    const double radius = std::clamp(height() / 6.0, 2.0, 6.0);
-    const QRectF edge = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setBrush(fill);
     // The face colour means something, so the pointer shows at the edge only.
     const bool pointed = isEnabled() && underMouse();
-    const QColor line = pointed ? colour::Focus : face().darker(isEnabled() ? 150 : 115);
-    painter.setPen(QPen(line, 1.0));
-    painter.setBrush(fill);
-    painter.drawRoundedRect(edge, radius, radius);
-    if (hasFocus()) {
-        painter.setPen(QPen(colour::Focus, 2.0));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(edge.adjusted(1, 1, -1, -1), radius, radius);
-    }
-    painter.setPen(isEnabled() ? colour::textOn(face()) : colour::DisabledText);
+    outline(0.0, line, pointed ? ground.focus : fill.darker(isEnabled() ? 150 : 115));
+    painter.setBrush(Qt::NoBrush);
+    // Within the edge, which the next button may cover; within the ring of the focus too.
+    if (picked)
+        outline(line, 2.0 * line, colour::textOn(fill));
+    painter.setPen(isEnabled() ? colour::textOn(fill) : ground.disabledText);
     painter.setFont(font());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
 }

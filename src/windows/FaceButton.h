@@ -3,16 +3,24 @@
 #include <QPushButton>
 
 /// A push button whose face colour means something. The colour is the palette's Button colour. A
-/// mouse click leaves the focus where it is, so that a later Space cannot press the button again.
+/// picked button has a heavy outline. A mouse click leaves the focus where it is, so that a later
+/// Space cannot press the button again.
 class FaceButton : public QPushButton {
 public:
     explicit FaceButton(const QString &caption, QWidget *parent = nullptr);
 
     void setFace(const QColor &colour);
     [[nodiscard]] QColor face() const;
+    void setPicked(bool isPicked);
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// How round the corners of a widget of that height are, in pixels.
+    static double cornerRadius(const QWidget &widget);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool picked = false;
 };

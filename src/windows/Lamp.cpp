@@ -25,7 +25,8 @@ void Lamp::paintEvent(QPaintEvent *) {
     circle.moveCenter(QRectF(rect()).center());
     const double edge = std::max(1.0, side / 8.0);
     circle.adjust(edge / 2, edge / 2, -edge / 2, -edge / 2);
-    painter.setPen(QPen(lit ? colour::LampLit.darker(130) : colour::LampEdge, edge));
+    painter.setPen(
+        QPen(lit ? colour::LampLit.darker(130) : colour::ground(palette()).lampEdge, edge));
     painter.setBrush(lit ? QBrush(colour::LampLit) : QBrush(Qt::NoBrush));
     painter.drawEllipse(circle);
 }

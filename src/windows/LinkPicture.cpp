@@ -1,6 +1,7 @@
 #include "LinkPicture.h"
 
 #include "Colours.h"
+#include "ProgramLook.h"
 
 #include <QPainter>
 
@@ -9,12 +10,15 @@ LinkPicture::LinkPicture(Shows what, QWidget *parent) : QWidget(parent), up(what
     setAccessibleName(up ? QStringLiteral("Link up") : QStringLiteral("Link down"));
 }
 
+QSize LinkPicture::sizeHint() const { return grown(QSize(56, 28)); }
+
 void LinkPicture::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     // Drawn on a sheet of 56 x 28 and scaled to the widget.
     painter.scale(width() / 56.0, height() / 28.0);
-    const QColor ink = up ? colour::LinkUp : colour::LinkDown;
+    const colour::Ground &ground = colour::ground(palette());
+    const QColor ink = up ? ground.linkUp : ground.linkDown;
     const double gap = up ? 0.0 : 5.0;
     painter.setPen(QPen(ink, 3.0, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(QPointF(3, 14), QPointF(14 - gap, 14));

@@ -7,7 +7,7 @@ class LinkPicture : public QWidget {
 public:
     enum class Shows { LinkUp, LinkDown };
     explicit LinkPicture(Shows what, QWidget *parent = nullptr);
-    [[nodiscard]] QSize sizeHint() const override { return {56, 28}; }
+    [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -1,6 +1,7 @@
 #include "MessageWindow.h"
 
 #include "FaceButton.h"
+#include "ProgramLook.h"
 
 #include <QVBoxLayout>
 
@@ -16,11 +17,11 @@ MessageWindow::MessageWindow(const char *name, const char *caption, Form &messag
     setWindowFlag(Qt::Dialog);
     OKLabel->setTextFormat(Qt::PlainText);
     OKLabel->setWordWrap(true);
-    OKLabel->setMinimumWidth(380);
-    OKButton->setMinimumWidth(110);
+    OKLabel->setMinimumWidth(grown(380));
+    OKButton->setMinimumWidth(grown(110));
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 22, 24, 18);
-    layout->setSpacing(18);
+    layout->setContentsMargins(grown(QMargins(24, 22, 24, 18)));
+    layout->setSpacing(grown(18));
     layout->addWidget(OKLabel);
     layout->addWidget(OKButton, 0, Qt::AlignRight);
     layout->setSizeConstraint(QLayout::SetFixedSize);

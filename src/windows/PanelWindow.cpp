@@ -2,35 +2,48 @@
 
 #include "FaceButton.h"
 #include "Lamp.h"
-#include "PanelSheet.h"
 #include "TextConversion.h"
 #include "VolumeBox.h"
 #include "start/HelpTexts.h"
 
 #include <QApplication>
+#include <QFontInfo>
 #include <QHelpEvent>
 #include <QMenuBar>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShowEvent>
 #include <QTextDocument>
 #include <QToolTip>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr double DesignFontPixels = 11.0;
+constexpr double DesignPaddingPixels = 4.0; // beside the widest caption
+constexpr double PointsPerInch = 72.0;
 constexpr double TipFontPixels = 13.0;
-constexpr int SmallestFontPixels = 6;
-constexpr double SmallestScale = 0.75; // below that the captions cannot be read
 constexpr int TabRowTwips = 180;
 
 void styleBox(QLineEdit *box) {
-    box->setReadOnly(true);
+    makeReadOnly(box);
     box->setAlignment(Qt::AlignCenter);
     box->setFocusPolicy(Qt::TabFocus);
     box->setContextMenuPolicy(Qt::NoContextMenu);
     box->setTextMargins(-2, 0, -2, 0);
+}
+
+/// A window of this program that is open, to learn screen and frame from; null: none yet.
+const QWindow *openWindow() {
+    const QWindowList all = QGuiApplication::topLevelWindows();
+    const auto found = std::find_if(all.begin(), all.end(), [](const QWindow *window) {
+        return window->isVisible() &&
+               (window->type() == Qt::Window || window->type() == Qt::Dialog);
+    });
+    return found == all.end() ? nullptr : *found;
 }
 
 } // namespace
@@ -45,7 +58,12 @@ PanelWindow::PanelWindow(KVN32x32Audio &panelForm, const PanelView &panelView,
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     buildMenu(std::move(openHelp));
-    layout->addWidget(sheet);
+    scroller = new QScrollArea(this);
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setFocusPolicy(Qt::NoFocus);
+    scroller->setWidgetResizable(true);
+    scroller->setWidget(sheet);
+    layout->addWidget(scroller);
     for (const SlotArray &array : SlotArrays)
         buildSlots(array);
     for (const SingleControl &single : SingleControls)
@@ -57,9 +75,45 @@ PanelWindow::PanelWindow(KVN32x32Audio &panelForm, const PanelView &panelView,
     orderTabs();
     whenKey(Qt::Key_F9, [this] { panel.TakeButton_Click(); });
     whenKey(Qt::Key_Escape, [this] { panel.ClearButton_Click(); });
-    const QSize designSize(PanelArea.width / TwipsPerPixel, PanelArea.height / TwipsPerPixel);
-    sheet->setMinimumSize(designSize * SmallestScale);
-    resize(designSize + QSize(0, layout->menuBar()->sizeHint().height()));
+    sheet->resized = [this] { layOut(); };
+}
+
+void PanelWindow::fitScreen() {
+    const QWindow *other = openWindow();
+    setScreen(other ? other->screen() : screen());
+    const QRect free = screen()->availableGeometry();
+    sheet->setMinimumSize(sheetSize(smallestScale(screen()->devicePixelRatio())));
+    if (fittedFor && free.contains(frameGeometry()))
+        return;
+    // Its own frame is known when it is open; until then that of another window has to do.
+    fit(other ? other->frameMargins() : QMargins());
+    windowHandle()->installEventFilter(this);
+}
+
+void PanelWindow::fit(const QMargins &frame) {
+    fittedFor = frame;
+    const QRect free = screen()->availableGeometry().marginsRemoved(frame);
+    QWidget *menu = layout()->menuBar();
+    menu->ensurePolished();
+    const QSize aroundSheet(0, menu->heightForWidth(free.width()));
+    const double smallest = smallestScale(screen()->devicePixelRatio());
+    QRect place(QPoint(), openingSize(free.size() - aroundSheet, smallest) + aroundSheet);
+    place.moveCenter(free.center());
+    setGeometry(place);
+}
+
+void PanelWindow::fitOwnFrame() {
+    if (!windowHandle()->isExposed())
+        return;
+    windowHandle()->removeEventFilter(this);
+    if (const QMargins frame = windowHandle()->frameMargins(); frame != fittedFor)
+        fit(frame);
+}
+
+void PanelWindow::showEvent(QShowEvent *event) {
+    if (!event->spontaneous())
+        fitScreen();
+    Window::showEvent(event);
 }
 
 void PanelWindow::buildMenu(std::function<void(std::size_t)> openHelp) {
@@ -189,6 +243,7 @@ void PanelWindow::refreshRest() {
     nameSlots(Side::Input, view.InputShown, namedInputs);
     nameSlots(Side::Output, view.OutputShown, namedOutputs);
     showName();
+    sheet->setCards({cardOf(Side::Input, view), cardOf(Side::Output, view)});
     for (Placed &placed : placedControls) {
         const auto *label = qobject_cast<QLabel *>(placed.widget);
         if (placed.growth != Growth::None && label->text() != placed.laidOutText)
@@ -204,10 +259,13 @@ void PanelWindow::showName() {
 }
 
 bool PanelWindow::eventFilter(QObject *watched, QEvent *event) {
-    if (event->type() != QEvent::ToolTip)
-        return Window::eventFilter(watched, event);
-    showTip(sheet->mapFromGlobal(static_cast<QHelpEvent *>(event)->globalPos()));
-    return true;
+    if (event->type() == QEvent::ToolTip) {
+        showTip(sheet->mapFromGlobal(static_cast<QHelpEvent *>(event)->globalPos()));
+        return true;
+    }
+    if (event->type() == QEvent::Expose && watched == windowHandle())
+        fitOwnFrame();
+    return Window::eventFilter(watched, event);
 }
 
 void PanelWindow::showTip(const QPoint &pointer) {
@@ -243,17 +301,21 @@ QPoint PanelWindow::tipPlace(const Placed &placed, const QPoint &pointer, const 
 }
 
 QFont PanelWindow::fittingFont() const {
-    const int room = onSheet(slotRect(SlotArrays.at(3), 1), sheet->size()).width() - 4;
+    const double scale = sheetScale(sheet->size());
+    const double room = slotRect(SlotArrays.at(3), 1).width * scale / TwipsPerPixel -
+                        2 * DesignPaddingPixels * scale;
     QFont font = sheet->font();
-    int pixels = static_cast<int>(DesignFontPixels * sheetScale(sheet->size()));
-    for (; pixels > SmallestFontPixels; --pixels) {
-        font.setPixelSize(pixels);
-        const QFontMetrics metrics(font);
-        if (std::max(metrics.horizontalAdvance(QStringLiteral("Vid/Aud")),
-                     metrics.horizontalAdvance(QStringLiteral("Vol -45"))) <= room)
-            break;
-    }
-    font.setPixelSize(std::max(pixels, SmallestFontPixels));
+    // In points, because pixels of a font are whole ones.
+    const auto setPixels = [&font, this](double pixels) {
+        font.setPointSizeF(pixels * PointsPerInch / logicalDpiY());
+    };
+    const double pixels = DesignFontPixels * scale;
+    setPixels(pixels);
+    double widest = 0.0;
+    for (const char *const caption : {"Vid/Aud", "Vol -45", "MUTED"})
+        widest = std::max(widest, QFontMetricsF(font).horizontalAdvance(QLatin1String(caption)));
+    if (widest > room)
+        setPixels(pixels * room / widest);
     return font;
 }
 
@@ -278,10 +340,4 @@ void PanelWindow::layOut() {
         place(placed);
     }
     showName();
-}
-
-void PanelWindow::resizeEvent(QResizeEvent *event) {
-    Window::resizeEvent(event);
-    layout()->activate();
-    layOut();
 }

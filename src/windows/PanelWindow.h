@@ -1,14 +1,18 @@
 #pragma once
 
 #include "PanelLayout.h"
+#include "PanelSheet.h"
 #include "Window.h"
+
+#include <QScrollArea>
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <vector>
 
-/// The window of the routing panel. It opens at its design size and scales as a whole, text
-/// included.
+/// The window of the routing panel. It opens as large as the screen has room for, up to twice its
+/// design size, and scales as a whole, text included. Too small to be read, it scrolls.
 class PanelWindow : public Window {
 public:
     /// @param openHelp opens a help window, 0 to 2
@@ -17,7 +21,7 @@ public:
 
 protected:
     void refreshRest() override;
-    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -36,6 +40,9 @@ private:
     QWidget *makeControl(ControlKind kind, const QString &name, const Control &control);
     void orderTabs();
     void nameSlots(Side side, const Table<int, 32> &shownNumbers, std::array<int, 33> &named);
+    void fitScreen();
+    void fit(const QMargins &frame);
+    void fitOwnFrame();
     void layOut();
     void place(Placed &placed) const;
     void showName();
@@ -46,7 +53,9 @@ private:
 
     KVN32x32Audio &panel;
     const PanelView &view;
-    QWidget *sheet;
+    PanelSheet *sheet;
+    QScrollArea *scroller = nullptr;
+    std::optional<QMargins> fittedFor; ///< the frame
     std::vector<Placed> placedControls;
     std::array<std::array<QWidget *, 33>, SlotArrays.size()> slotWidgets{};
     std::array<int, 33> namedInputs{};

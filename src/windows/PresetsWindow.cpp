@@ -1,6 +1,7 @@
 #include "PresetsWindow.h"
 
 #include "FaceButton.h"
+#include "ProgramLook.h"
 
 #include <QGridLayout>
 
@@ -12,13 +13,13 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
     : Window("dlgPresets", presetsForm, presetsView.form) {
     setWindowTitle(QStringLiteral("Preset Handler"));
     auto *grid = new QGridLayout(this);
-    grid->setContentsMargins(16, 16, 16, 16);
-    grid->setSpacing(8);
+    grid->setContentsMargins(grown(QMargins(16, 16, 16, 16)));
+    grid->setSpacing(grown(8));
     for (int preset = 1; preset <= presetsView.NewPresetButton.last(); ++preset) {
         auto *button = new FaceButton(QString(), this);
         button->setObjectName(QStringLiteral("NewPresetButton_%1").arg(preset));
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-        button->setMinimumSize(92, 40);
+        button->setMinimumSize(grown(QSize(72, 32)));
         grid->addWidget(button, (preset - 1) / Columns, (preset - 1) % Columns);
         bind(button, presetsView.NewPresetButton[preset]);
         whenClicked(button, [&presetsForm, preset] { presetsForm.NewPresetButton_Click(preset); });
@@ -27,8 +28,8 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
     auto *ExecutePresetButton = named(new FaceButton(QString(), this), "ExecutePresetButton");
     auto *ExitPresets = named(new FaceButton(QString(), this), "ExitPresets");
     for (FaceButton *button : {ExecutePresetButton, ExitPresets})
-        button->setMinimumHeight(44);
-    grid->setRowMinimumHeight(lastRow, 12);
+        button->setMinimumHeight(grown(40));
+    grid->setRowMinimumHeight(lastRow, grown(12));
     grid->addWidget(ExecutePresetButton, lastRow + 1, 0, 1, Columns / 2);
     grid->addWidget(ExitPresets, lastRow + 1, Columns / 2, 1, Columns / 2);
     bind(ExecutePresetButton, presetsView.ExecutePresetButton);

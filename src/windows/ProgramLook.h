@@ -1,5 +1,23 @@
 #pragma once
 
-/// Gives the program its look: one style and one light palette everywhere, so that the fixed
-/// colours of buttons and lamps read the same on every desktop. Needs a QApplication.
+#include <QIcon>
+#include <QWidget>
+
+/// Gives the program its look: one style everywhere, light or dark as the desktop is, so that the
+/// fixed colours of buttons and lamps read the same on every desktop; the desktop's font, if it is
+/// not too small. Needs a QApplication.
 void applyProgramLook();
+
+/// Whether there is a font to draw letters with. Needs a QApplication.
+bool canDrawText();
+
+/// A length in pixels that was designed for the program's smallest font, in its present one.
+int grown(int pixels);
+QSize grown(const QSize &size);
+QMargins grown(const QMargins &margins);
+
+/// The width of a thin line of a widget: it grows with the widget's font and is a pixel at least.
+double lineWidth(const QWidget &widget);
+
+/// The program's picture: a matrix with some of its points connected.
+QIcon programIcon();

@@ -1,6 +1,7 @@
 #include "QuestionWindow.h"
 
 #include "FaceButton.h"
+#include "ProgramLook.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -17,18 +18,18 @@ QuestionWindow::QuestionWindow(Messages &questions, const QuestionView &question
     setWindowTitle(QStringLiteral(" "));
     YesNoText->setTextFormat(Qt::PlainText);
     YesNoText->setWordWrap(true);
-    YesNoText->setMinimumWidth(380);
+    YesNoText->setMinimumWidth(grown(380));
     auto *YesButton = named(new FaceButton(QString(), this), "YesButton");
     setTabOrder(YesButton, NoButton);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     for (QAbstractButton *button : {static_cast<QAbstractButton *>(YesButton), NoButton}) {
-        button->setMinimumWidth(96);
+        button->setMinimumWidth(grown(96));
         buttons->addWidget(button);
     }
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 22, 24, 18);
-    layout->setSpacing(18);
+    layout->setContentsMargins(grown(QMargins(24, 22, 24, 18)));
+    layout->setSpacing(grown(18));
     layout->addWidget(YesNoText);
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);

@@ -1,5 +1,7 @@
 #include "SetupWindow.h"
 
+#include "ProgramLook.h"
+
 #include <QVBoxLayout>
 
 SetupWindow::SetupWindow(Form &setupForm, const FormView &setupView)
@@ -7,8 +9,8 @@ SetupWindow::SetupWindow(Form &setupForm, const FormView &setupView)
     setWindowTitle(QStringLiteral("Initializing Display"));
     setWindowFlag(Qt::Dialog);
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(32, 24, 32, 24);
-    layout->setSpacing(10);
+    layout->setContentsMargins(grown(QMargins(32, 24, 32, 24)));
+    layout->setSpacing(grown(10));
     const auto addLabel = [this, layout](const char *name, const char *text) {
         auto *label = named(new QLabel(QLatin1String(text), this), name);
         label->setAlignment(Qt::AlignCenter);
@@ -16,5 +18,5 @@ SetupWindow::SetupWindow(Form &setupForm, const FormView &setupView)
     };
     addLabel("SettingOutputLabel", "Setting Output");
     addLabel("SettingInputLabel", "Setting Input");
-    setFixedSize(300, 110);
+    setFixedSize(grown(QSize(300, 110)));
 }

@@ -1,6 +1,7 @@
 #include "StartWindow.h"
 
 #include "FaceButton.h"
+#include "ProgramLook.h"
 #include "start/ProgramTitle.h"
 
 #include <QHBoxLayout>
@@ -22,31 +23,31 @@ StartWindow::StartWindow(frmMain &startForm, const MainView &mainView,
 
 void StartWindow::buildLayout(const MainView &view) {
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(28, 24, 28, 22);
-    layout->setSpacing(12);
+    layout->setContentsMargins(grown(QMargins(28, 24, 28, 22)));
+    layout->setSpacing(grown(12));
     const auto addButton = [&](const char *name, const Control &control, int index) {
         auto *button = named(new FaceButton(QString(), this), name);
-        button->setMinimumSize(360, 52);
+        button->setMinimumSize(grown(QSize(360, 52)));
         bind(button, control);
         whenClicked(button, [this, index] { start.MainControlButton_Click(index); });
         layout->addWidget(button);
     };
     addButton("MainControlButton_0", view.MainControlButton_0, 0);
     addButton("MainControlButton_2", view.MainControlButton_2, 2);
-    layout->addSpacing(8);
+    layout->addSpacing(grown(8));
     auto *hint = named(new QLabel(this), "ToDisconnectPortLabel");
     keepPlaceWhenHidden(hint);
     bind(hint, view.ToDisconnectPortLabel);
     layout->addWidget(hint);
     const StatusWidgets status = bindStatus(this, view.status);
     auto *row = new QHBoxLayout;
-    row->setSpacing(12);
+    row->setSpacing(grown(12));
     row->addWidget(status.ZarnConnectedImage);
     row->addWidget(status.ZarnNotConnectedImage);
     row->addWidget(status.ZarnConnectedLabel, 1);
     layout->addLayout(row);
     statusLabel = status.ZarnConnectedLabel;
-    statusLabel->setMinimumHeight(32);
+    statusLabel->setMinimumHeight(grown(32));
     statusLabel->setFocusPolicy(Qt::TabFocus);
     statusLabel->setCursor(Qt::PointingHandCursor);
     statusLabel->installEventFilter(this);

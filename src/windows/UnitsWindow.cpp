@@ -1,12 +1,14 @@
 #include "UnitsWindow.h"
 
 #include "FaceButton.h"
+#include "ProgramLook.h"
 #include "TextConversion.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QRegularExpressionValidator>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -47,11 +49,10 @@ UnitsWindow::UnitsWindow(dlgControlExisting &unitsForm, const UnitsView &unitsVi
     : Window("dlgControlExisting", unitsForm, unitsView.form), dialog(unitsForm), view(unitsView) {
     setWindowTitle(QStringLiteral("Control Existing Corvane"));
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(18, 16, 18, 16);
-    layout->setSpacing(12);
-    layout->addWidget(buildOptions());
+    layout->setContentsMargins(grown(QMargins(18, 16, 18, 16)));
+    layout->setSpacing(grown(12));
+    layout->addWidget(buildOptions(), 1);
     layout->addWidget(buildWorkArea(), 1);
-    layout->addStretch();
     auto *StatusLabel = named(new QLabel(this), "StatusLabel");
     StatusLabel->setAlignment(Qt::AlignCenter);
     keepPlaceWhenHidden(StatusLabel);
@@ -62,9 +63,9 @@ UnitsWindow::UnitsWindow(dlgControlExisting &unitsForm, const UnitsView &unitsVi
     linkRow->addWidget(status.ZarnConnectedImage);
     linkRow->addWidget(status.ZarnNotConnectedImage);
     linkRow->addWidget(status.ZarnConnectedLabel, 1);
-    status.ZarnConnectedLabel->setMinimumHeight(28);
+    status.ZarnConnectedLabel->setMinimumHeight(grown(28));
     layout->addLayout(linkRow);
-    setFixedSize(560, 480);
+    resize(grown(QSize(820, 480)).boundedTo(screen()->availableSize() * 9 / 10));
     whenKey(Qt::Key_Escape, [this] { dialog.Escape(); });
 }
 
@@ -72,19 +73,20 @@ QGroupBox *UnitsWindow::buildOptions() {
     auto *frame = named(new QGroupBox(this), "OptionsFrame");
     bind(frame, view.OptionsFrame);
     auto *options = new QVBoxLayout(frame);
-    options->setSpacing(10);
+    options->setSpacing(grown(10));
     for (std::size_t index = 0; index < view.OptionsCommand.size(); ++index) {
         auto *button = new FaceButton(QString(), frame);
         button->setObjectName(QStringLiteral("OptionsCommand_%1").arg(index));
-        button->setMinimumHeight(44);
+        button->setMinimumHeight(grown(36));
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         bind(button, view.OptionsCommand.at(index));
         whenClicked(button,
                     [this, index] { dialog.OptionsCommand_Click(static_cast<Operation>(index)); });
         options->addWidget(button);
     }
-    options->addSpacing(8);
+    options->addSpacing(grown(8));
     auto *OKButton = named(new FaceButton(QString(), frame), "OKButton");
-    OKButton->setMinimumHeight(36);
+    OKButton->setMinimumHeight(grown(32));
     bind(OKButton, view.OKButton);
     whenClicked(OKButton, [this] { dialog.OKButton_Click(); });
     options->addWidget(OKButton);
@@ -101,7 +103,7 @@ QGroupBox *UnitsWindow::buildWorkArea() {
     };
     const auto button = [&](const char *name, const Control &control, auto clicked) {
         auto *made = named(new FaceButton(QString(), frame), name);
-        made->setMinimumWidth(120);
+        made->setMinimumWidth(grown(120));
         bind(made, control);
         whenClicked(made, [this, clicked] { (dialog.*clicked)(); });
         return made;
@@ -129,18 +131,18 @@ QGroupBox *UnitsWindow::buildWorkArea() {
     ConnectChoiceList =
         buildList("ConnectChoiceList", QStringLiteral("Connection kind"), view.ConnectChoiceList,
                   &dlgControlExisting::ConnectChoiceList_Click, frame);
-    ConnectChoiceList->setFixedHeight(56);
+    ConnectChoiceList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto *ControlledbyText = named(new QLineEdit(frame), "ControlledbyText");
     ControlledbyText->setAccessibleName(QStringLiteral("Controlled via"));
-    ControlledbyText->setReadOnly(true);
+    makeReadOnly(ControlledbyText);
     bind(ControlledbyText, view.ControlledbyText);
 
     auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(10);
+    buttons->setSpacing(grown(10));
     buttons->addStretch();
     auto *grid = new QGridLayout(frame);
-    grid->setHorizontalSpacing(18);
-    grid->setVerticalSpacing(8);
+    grid->setHorizontalSpacing(grown(18));
+    grid->setVerticalSpacing(grown(8));
     grid->addWidget(label("Label2_0", view.Label2_0), 0, 0);
     grid->addWidget(Text3, 1, 0);
     grid->addWidget(label("Label2_1", view.Label2_1), 2, 0);
@@ -155,8 +157,8 @@ QGroupBox *UnitsWindow::buildWorkArea() {
     buttons->addWidget(
         button("CancelCommand", view.CancelCommand, &dlgControlExisting::CancelCommand_Click));
     grid->addLayout(buttons, 7, 0, 1, 2);
+    // All the room there is goes to the names.
     grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
     return frame;
 }
 
@@ -214,6 +216,10 @@ bool UnitsWindow::eventFilter(QObject *watched, QEvent *event) {
 void UnitsWindow::refreshRest() {
     refreshList(*AvailCorvanesList, view.AvailCorvanesList, shownUnits);
     refreshList(*ConnectChoiceList, view.ConnectChoiceList, shownKinds);
+    // As high as its few entries.
+    ConnectChoiceList->setFixedHeight(ConnectChoiceList->count() *
+                                          ConnectChoiceList->sizeHintForRow(0) +
+                                      2 * ConnectChoiceList->frameWidth());
     address->refresh();
 }
 

@@ -2,6 +2,7 @@
 
 #include "Colours.h"
 #include "FaceButton.h"
+#include "FocusRing.h"
 #include "LinkPicture.h"
 #include "TextConversion.h"
 
@@ -19,8 +20,10 @@ void showButton(QWidget &widget, const Control &control) {
     auto &button = static_cast<QAbstractButton &>(widget);
     button.setText(shown(control.text));
     button.setChecked(control.lit);
-    if (auto *face = dynamic_cast<FaceButton *>(&widget))
+    if (auto *face = dynamic_cast<FaceButton *>(&widget)) {
         face->setFace(colour::of(control.face));
+        face->setPicked(control.picked || control.face == Face::Chosen);
+    }
 }
 
 void showLabel(QWidget &widget, const Control &control) {
@@ -50,6 +53,7 @@ Window::Window(const char *name, Form &shownForm, const FormView &shownView)
     : form(shownForm), formView(shownView) {
     setObjectName(QLatin1String(name));
     setAttribute(Qt::WA_QuitOnClose, false);
+    new FocusRing(this);
 }
 
 void Window::report(const std::function<void()> &action) {
@@ -194,6 +198,13 @@ void showHints(QWidget &widget, const Control &before, const Control &now) {
         widget.setToolTip(tipOf(now.toolTip));
     if (before.description != now.description)
         widget.setAccessibleDescription(QString::fromStdString(now.description));
+}
+
+void makeReadOnly(QLineEdit *box) {
+    box->setReadOnly(true);
+    QPalette colours = box->palette();
+    colours.setColor(QPalette::Base, colour::ground(colours).window);
+    box->setPalette(colours);
 }
 
 void keepPlaceWhenHidden(QWidget *widget) {

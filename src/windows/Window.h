@@ -102,6 +102,9 @@ template <class Widget> Widget *named(Widget *widget, const char *name) {
 /// widget keeps its own where the control never had any.
 void showHints(QWidget &widget, const Control &before, const Control &now);
 
+/// Makes a box that shows and takes no typing, and looks like it.
+void makeReadOnly(QLineEdit *box);
+
 /// Lets a widget keep its place while it is hidden.
 void keepPlaceWhenHidden(QWidget *widget);
 
