@@ -61,6 +61,14 @@ void KVN32x32Audio::OutputVolumeValue_PointedAt(int slot) {
     guard.run(*this, [this, slot] { volume.chooseOutput(slot); });
 }
 
+void KVN32x32Audio::OutputVolumeValue_StepUp(int slot) {
+    guard.run(*this, [this, slot] { volume.stepUp(slot); });
+}
+
+void KVN32x32Audio::OutputVolumeValue_StepDown(int slot) {
+    guard.run(*this, [this, slot] { volume.stepDown(slot); });
+}
+
 void KVN32x32Audio::TakeButton_Click() {
     guard.run(*this, [this] { selection.take(); });
 }

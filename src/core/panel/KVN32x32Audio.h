@@ -50,6 +50,8 @@ public:
     void OutputAudioButtons_Click(int slot);
     void MuteButton_Click(int slot);
     void OutputVolumeValue_PointedAt(int slot);
+    void OutputVolumeValue_StepUp(int slot);
+    void OutputVolumeValue_StepDown(int slot);
     void TakeButton_Click();
     void ClearButton_Click();
     void GoToPresets_Click();

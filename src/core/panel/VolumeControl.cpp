@@ -72,6 +72,24 @@ void VolumeControl::stepDown() {
         step(decimalText(level() - 1.0));
 }
 
+// A turned wheel must not pile up steps, as pointing at a box in the middle of one would let it.
+bool VolumeControl::chosenForStep(int slot) {
+    if (!unit.model.HasAudio || panel.VolumeWaiting)
+        return false;
+    chooseOutput(slot);
+    return true;
+}
+
+void VolumeControl::stepUp(int slot) {
+    if (chosenForStep(slot))
+        stepUp();
+}
+
+void VolumeControl::stepDown(int slot) {
+    if (chosenForStep(slot))
+        stepDown();
+}
+
 void VolumeControl::step(const std::string &newLevel) {
     const int showing = form.showing();
     const int output = panel.VolumeOutput;

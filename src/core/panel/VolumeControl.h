@@ -30,8 +30,14 @@ public:
     void stepUp();
     void stepDown();
 
+    /// Chooses the output of `slot` and steps it in one. Nothing happens while another step waits.
+    /// @throws LinkError with the level as it was
+    void stepUp(int slot);
+    void stepDown(int slot);
+
 private:
     [[nodiscard]] bool canStep() const;
+    [[nodiscard]] bool chosenForStep(int slot);
     [[nodiscard]] double level() const;
     void step(const std::string &newLevel);
     void sendVolumeValue(int output, int showing);
