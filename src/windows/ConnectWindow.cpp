@@ -1,12 +1,12 @@
 #include "ConnectWindow.h"
 
 #include "FaceButton.h"
+#include "OptionButton.h"
 #include "ProgramLook.h"
 #include "TextConversion.h"
 
 #include <QAbstractItemView>
 #include <QHBoxLayout>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -44,18 +44,14 @@ QGroupBox *ConnectWindow::buildOptions() {
     auto *Frame1 = named(new QGroupBox(this), "Frame1");
     bind(Frame1, view.Frame1);
     auto *options = new QHBoxLayout(Frame1);
-    const auto addOption = [this, Frame1, options](const char *name, const Control &control,
-                                                   std::function<void()> clicked) {
-        auto *option = named(new QRadioButton(Frame1), name);
-        // Which one is chosen is the view's business.
-        option->setAutoExclusive(false);
-        option->setFocusPolicy(Qt::TabFocus);
+    auto *arrows = new GridFocus(this);
+    const auto addOption = [this, Frame1, options, arrows](const char *name, const Control &control,
+                                                           std::function<void()> clicked) {
+        auto *option = named(new OptionButton(Frame1), name);
         bind(option, control);
-        whenClicked(option, [option, chosen = &control.lit, clicked = std::move(clicked)] {
-            option->setChecked(*chosen);
-            clicked();
-        });
+        whenClicked(option, std::move(clicked));
         options->addWidget(option);
+        arrows->add(option, 0);
     };
     addOption("ConnectIPOption", view.ConnectIPOption, [this] { dialog.ConnectIPOption_Click(); });
     addOption("ConnectSerialOption", view.ConnectSerialOption,
@@ -73,6 +69,7 @@ QGroupBox *ConnectWindow::buildNetworkFrame() {
     bind(button, view.Connect2IPButton);
     auto *progress = named(new QLabel(frame), "Label2");
     bind(progress, view.Label2);
+    announceChanges(progress);
     auto *row = new QHBoxLayout;
     row->addWidget(address);
     row->addWidget(button);
@@ -85,7 +82,13 @@ QGroupBox *ConnectWindow::buildNetworkFrame() {
     address->backspaceInEmpty = [this](int box) {
         report([&] { dialog.IPAddressQuadConnect_Backspace(box); });
     };
-    address->entered = [this](int box) { report([&] { dialog.IPAddressQuadConnect_Enter(box); }); };
+    address->entered = [this, button](int box) {
+        const bool connects = box + 1 == AddressEntry::BoxCount && button->isEnabled();
+        report([&] { dialog.IPAddressQuadConnect_Enter(box); });
+        // The same as pressing the button, which has the focus again after a connect that failed.
+        if (connects && button->isEnabled() && button->isVisible())
+            button->setFocus();
+    };
     address->left = [this](int box) { report([&] { dialog.IPAddressQuadConnect_Left(box); }); };
     whenClicked(button, [this] { dialog.Connect2IPButton_Click(); });
     return frame;
@@ -96,9 +99,12 @@ QGroupBox *ConnectWindow::buildSerialFrame() {
     bind(frame, view.SerialConnectionFrame);
     auto *result = named(new QLabel(frame), "Label1");
     bind(result, view.Label1);
-    SerialPortsCombo = named(new QComboBox(frame), "SerialPortsCombo");
+    announceChanges(result);
+    SerialPortsCombo = named(new PortList(frame), "SerialPortsCombo");
     SerialPortsCombo->setPlaceholderText(shown(view.SerialPortsCombo.control.text));
-    SerialPortsCombo->setAccessibleName(QStringLiteral("Serial ports"));
+    for (QWidget *spoken : {static_cast<QWidget *>(SerialPortsCombo),
+                            static_cast<QWidget *>(SerialPortsCombo->view())})
+        spoken->setAccessibleName(QStringLiteral("Serial ports"));
     SerialPortsCombo->setFocusPolicy(Qt::TabFocus);
     bindPresence(SerialPortsCombo, view.SerialPortsCombo.control);
     // The handler waits, so it must not run inside the list's own handling of the click.

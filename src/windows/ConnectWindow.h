@@ -1,10 +1,9 @@
 #pragma once
 
 #include "AddressBoxes.h"
+#include "PortList.h"
 #include "Window.h"
 #include "connect/dlgConnect.h"
-
-#include <QComboBox>
 
 /// The window of `dlgConnect`.
 class ConnectWindow : public Window {
@@ -22,6 +21,6 @@ private:
     dlgConnect &dialog;
     const ConnectView &view;
     AddressBoxes *address = nullptr;
-    QComboBox *SerialPortsCombo = nullptr;
+    PortList *SerialPortsCombo = nullptr;
     ListControl shownPorts;
 };

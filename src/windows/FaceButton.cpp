@@ -3,9 +3,11 @@
 #include "Colours.h"
 #include "ProgramLook.h"
 
+#include <QAccessible>
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 FaceButton::FaceButton(const QString &caption, QWidget *parent) : QPushButton(caption, parent) {
     setFocusPolicy(Qt::TabFocus);
@@ -25,6 +27,16 @@ QColor FaceButton::face() const { return palette().color(QPalette::Active, QPale
 void FaceButton::setPicked(bool isPicked) {
     picked = isPicked;
     update();
+}
+
+void FaceButton::setSpokenChecked(bool checked) {
+    const std::optional<bool> before = std::exchange(checkedAsSpoken, checked);
+    if (!before || before == checked)
+        return;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
 }
 
 QSize FaceButton::sizeHint() const {

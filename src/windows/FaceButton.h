@@ -2,6 +2,8 @@
 
 #include <QPushButton>
 
+#include <optional>
+
 /// A push button whose face colour means something. The colour is the palette's Button colour. A
 /// picked button has a heavy outline. A mouse click leaves the focus where it is, so that a later
 /// Space cannot press the button again.
@@ -13,6 +15,11 @@ public:
     [[nodiscard]] QColor face() const;
     void setPicked(bool isPicked);
 
+    /// What a screen reader is told of a button that stays chosen. A button that was never told is
+    /// one that is just pressed.
+    void setSpokenChecked(bool checked);
+    [[nodiscard]] std::optional<bool> spokenChecked() const { return checkedAsSpoken; }
+
     [[nodiscard]] QSize sizeHint() const override;
 
     /// How round the corners of a widget of that height are, in pixels.
@@ -23,4 +30,5 @@ protected:
 
 private:
     bool picked = false;
+    std::optional<bool> checkedAsSpoken;
 };

@@ -26,7 +26,22 @@ namespace {
 constexpr double DesignPaddingPixels = 4.0; // beside the widest caption
 constexpr double PointsPerInch = 72.0;
 constexpr double TipFontPixels = 13.0;
-constexpr int TabRowTwips = 180;
+
+/// The groups of the slots' controls that Tab stops at, in its order.
+int tabGroup(const SlotArray &array) {
+    if (array.side == Side::Input)
+        return 0; // what is picked for a route
+    if (array.controls == &PanelView::MuteButton)
+        return 4;
+    if (array.controls == &PanelView::OutputVolumeValue)
+        return 3;
+    return array.kind == ControlKind::Box ? 2 : 1;
+}
+constexpr int GroupsOfSlots = 5;
+
+/// Every other one is a group of its own, down and to the right.
+constexpr std::array SinglesInTabOrder{"TakeButton",     "ClearButton",      "GoToPresets",
+                                       "VolumeUpButton", "VolumeDownButton", "ExitButton"};
 
 void styleBox(QLineEdit *box) {
     makeReadOnly(box);
@@ -73,7 +88,9 @@ PanelWindow::PanelWindow(KVN32x32Audio &panelForm, const PanelView &panelView,
     for (const Placed &placed : placedControls)
         placed.widget->installEventFilter(this);
     orderTabs();
-    whenKey(Qt::Key_F9, [this] { panel.TakeButton_Click(); });
+    for (const QKeyCombination keys :
+         {QKeyCombination(Qt::Key_F9), Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter})
+        whenKey(keys, [this] { panel.TakeButton_Click(); });
     whenKey(Qt::Key_Escape, [this] { panel.ClearButton_Click(); });
     sheet->resized = [this] { layOut(); };
 }
@@ -118,7 +135,7 @@ void PanelWindow::showEvent(QShowEvent *event) {
 
 void PanelWindow::buildMenu(std::function<void(std::size_t)> openHelp) {
     auto *bar = new QMenuBar(this);
-    QMenu *menu = bar->addMenu(QStringLiteral("Help Files"));
+    QMenu *menu = bar->addMenu(QStringLiteral("&Help Files"));
     menu->setObjectName(QStringLiteral("HlpFiles"));
     for (std::size_t topic = 0; topic < HelpTexts.size(); ++topic) {
         QAction *action = menu->addAction(QLatin1String(HelpTexts.at(topic).menuText));
@@ -126,7 +143,7 @@ void PanelWindow::buildMenu(std::function<void(std::size_t)> openHelp) {
         connect(action, &QAction::triggered, this,
                 [this, openHelp, topic] { report([&] { openHelp(topic); }); });
     }
-    layout()->setMenuBar(bar);
+    setMenuBar(bar);
     whenKey(Qt::Key_F1, [openHelp = std::move(openHelp)] { openHelp(0); });
 }
 
@@ -171,13 +188,21 @@ void PanelWindow::buildSlots(const SlotArray &array) {
             array.kind, QStringLiteral("%1_%2").arg(QLatin1String(array.name)).arg(slot),
             (view.*array.controls)[slot]);
         widgets.at(static_cast<std::size_t>(slot)) = widget;
+        if (array.controls == &PanelView::MuteButton)
+            static_cast<FaceButton *>(widget)->setSpokenChecked(false);
         placedControls.push_back({widget, slotRect(array, slot)});
         if (!array.clicked)
             continue;
         const auto clicked = [this, &array, slot] { (panel.*array.clicked)(slot); };
-        if (auto *box = dynamic_cast<VolumeBox *>(widget))
+        if (auto *box = dynamic_cast<VolumeBox *>(widget)) {
             box->pointedAt = [this, clicked] { report(clicked); };
-        else
+            box->stepped = [this, slot](VolumeBox::Step step) {
+                report([&] {
+                    step == VolumeBox::Step::Up ? panel.OutputVolumeValue_StepUp(slot)
+                                                : panel.OutputVolumeValue_StepDown(slot);
+                });
+            };
+        } else
             whenClicked(qobject_cast<QAbstractButton *>(widget), clicked);
     }
 }
@@ -189,6 +214,8 @@ void PanelWindow::buildSingle(const SingleControl &single) {
         const bool centred = single.growth == Growth::ToBothSides;
         label->setAlignment((centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
     }
+    if (single.control == &PanelView::OutputVolumeLabel)
+        announceChanges(qobject_cast<QLabel *>(widget));
     if (single.clicked)
         whenClicked(qobject_cast<QAbstractButton *>(widget),
                     [this, &single] { (panel.*single.clicked)(); });
@@ -203,21 +230,16 @@ void PanelWindow::buildStatus() {
 }
 
 void PanelWindow::orderTabs() {
-    std::vector<Placed> order;
-    std::copy_if(
-        placedControls.begin(), placedControls.end(), std::back_inserter(order),
-        [](const Placed &placed) { return (placed.widget->focusPolicy() & Qt::TabFocus) != 0; });
-    // Controls of one row may differ a little in height and place.
-    const auto rowAndColumn = [](const Placed &placed) {
-        const int middle = placed.place.y + placed.place.height / 2;
-        return std::pair((middle + TabRowTwips / 2) / TabRowTwips, placed.place.x);
-    };
-    std::stable_sort(order.begin(), order.end(),
-                     [rowAndColumn](const Placed &one, const Placed &other) {
-                         return rowAndColumn(one) < rowAndColumn(other);
-                     });
-    for (std::size_t next = 1; next < order.size(); ++next)
-        QWidget::setTabOrder(order[next - 1].widget, order[next].widget);
+    stops = new GridFocus(this);
+    for (std::size_t array = 0; array < SlotArrays.size(); ++array) {
+        for (QWidget *control : slotWidgets.at(array)) {
+            if (control && control->focusPolicy() == Qt::TabFocus)
+                stops->add(control, tabGroup(SlotArrays.at(array)));
+        }
+    }
+    int group = GroupsOfSlots;
+    for (const char *const name : SinglesInTabOrder)
+        stops->add(findChild<QWidget *>(QLatin1String(name)), group++);
 }
 
 void PanelWindow::nameSlots(Side side, const Table<int, 32> &shownNumbers,

@@ -12,6 +12,7 @@ constexpr int Columns = 8;
 PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presetsView)
     : Window("dlgPresets", presetsForm, presetsView.form) {
     setWindowTitle(QStringLiteral("Preset Handler"));
+    stops = new GridFocus(this);
     auto *grid = new QGridLayout(this);
     grid->setContentsMargins(grown(QMargins(16, 16, 16, 16)));
     grid->setSpacing(grown(8));
@@ -20,7 +21,9 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
         button->setObjectName(QStringLiteral("NewPresetButton_%1").arg(preset));
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         button->setMinimumSize(grown(QSize(72, 32)));
+        button->setSpokenChecked(false);
         grid->addWidget(button, (preset - 1) / Columns, (preset - 1) % Columns);
+        stops->add(button, 0);
         bind(button, presetsView.NewPresetButton[preset]);
         whenClicked(button, [&presetsForm, preset] { presetsForm.NewPresetButton_Click(preset); });
     }
@@ -32,6 +35,8 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
     grid->setRowMinimumHeight(lastRow, grown(12));
     grid->addWidget(ExecutePresetButton, lastRow + 1, 0, 1, Columns / 2);
     grid->addWidget(ExitPresets, lastRow + 1, Columns / 2, 1, Columns / 2);
+    stops->add(ExecutePresetButton, 1);
+    stops->add(ExitPresets, 2);
     bind(ExecutePresetButton, presetsView.ExecutePresetButton);
     bind(ExitPresets, presetsView.ExitPresets);
     whenClicked(ExecutePresetButton, [&presetsForm] { presetsForm.ExecutePresetButton_Click(); });

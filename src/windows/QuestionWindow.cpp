@@ -16,6 +16,7 @@ QuestionWindow::QuestionWindow(Messages &questions, const QuestionView &question
     setWindowFlag(Qt::Dialog);
     // The dialog has no caption; a blank keeps the desktop from showing the program's name instead.
     setWindowTitle(QStringLiteral(" "));
+    setAccessibleName(QStringLiteral("Question"));
     YesNoText->setTextFormat(Qt::PlainText);
     YesNoText->setWordWrap(true);
     YesNoText->setMinimumWidth(grown(380));

@@ -5,9 +5,7 @@
 #include "start/ProgramTitle.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QMenuBar>
-#include <QMouseEvent>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -46,17 +44,15 @@ void StartWindow::buildLayout(const MainView &view) {
     row->addWidget(status.ZarnNotConnectedImage);
     row->addWidget(status.ZarnConnectedLabel, 1);
     layout->addLayout(row);
-    statusLabel = status.ZarnConnectedLabel;
-    statusLabel->setMinimumHeight(grown(32));
-    statusLabel->setFocusPolicy(Qt::TabFocus);
-    statusLabel->setCursor(Qt::PointingHandCursor);
-    statusLabel->installEventFilter(this);
+    status.ZarnConnectedLabel->setMinimumHeight(grown(32));
+    status.ZarnConnectedLabel->whenPressed(
+        [this] { report([this] { start.ZarnConnectedLabel_Click(); }); });
     layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void StartWindow::buildMenu(std::function<void()> openAbout) {
     auto *bar = new QMenuBar(this);
-    QMenu *menu = named(bar->addMenu(QStringLiteral("Corvane")), "CorvaneControllerFunctions");
+    QMenu *menu = named(bar->addMenu(QStringLiteral("&Corvane")), "CorvaneControllerFunctions");
     const auto addItem = [this, menu](const char *name, const char *caption,
                                       std::function<void()> action) {
         QAction *item = menu->addAction(QLatin1String(caption));
@@ -69,22 +65,5 @@ void StartWindow::buildMenu(std::function<void()> openAbout) {
     addItem("ControlExistingCorvane", "Add/Edit/Control/Delete Existing Corvane",
             [this] { start.ControlExistingCorvane_Click(); });
     addItem("AboutCorvaneController", "About", std::move(openAbout));
-    layout()->setMenuBar(bar);
-}
-
-bool StartWindow::eventFilter(QObject *watched, QEvent *event) {
-    bool clicked = false;
-    if (event->type() == QEvent::MouseButtonRelease) {
-        const auto *mouse = static_cast<QMouseEvent *>(event);
-        clicked = mouse->button() == Qt::LeftButton &&
-                  statusLabel->rect().contains(mouse->position().toPoint());
-    } else if (event->type() == QEvent::KeyPress) {
-        const auto *key = static_cast<QKeyEvent *>(event);
-        clicked = key->key() == Qt::Key_Space || key->key() == Qt::Key_Return ||
-                  key->key() == Qt::Key_Enter;
-    }
-    if (!clicked)
-        return Window::eventFilter(watched, event);
-    report([this] { start.ZarnConnectedLabel_Click(); });
-    return true;
+    setMenuBar(bar);
 }

@@ -14,8 +14,6 @@ public:
 private:
     void buildLayout(const MainView &view);
     void buildMenu(std::function<void()> openAbout);
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
     frmMain &start;
-    QLabel *statusLabel = nullptr;
 };

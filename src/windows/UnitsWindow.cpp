@@ -57,6 +57,7 @@ UnitsWindow::UnitsWindow(dlgControlExisting &unitsForm, const UnitsView &unitsVi
     StatusLabel->setAlignment(Qt::AlignCenter);
     keepPlaceWhenHidden(StatusLabel);
     bind(StatusLabel, view.StatusLabel);
+    announceChanges(StatusLabel);
     layout->addWidget(StatusLabel);
     const StatusWidgets status = bindStatus(this, view.status);
     auto *linkRow = new QHBoxLayout;

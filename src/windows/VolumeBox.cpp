@@ -2,7 +2,9 @@
 
 #include <QCursor>
 #include <QKeyEvent>
+#include <QWheelEvent>
 
+#include <cstdlib>
 #include <utility>
 
 VolumeBox::VolumeBox(QWidget *parent) : QLineEdit(parent) { setMouseTracking(true); }
@@ -35,6 +37,23 @@ void VolumeBox::keyPressEvent(QKeyEvent *event) {
     const int key = event->key();
     if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)
         pointedAt();
-    else
+    else if (stepped && (key == Qt::Key_Plus || key == Qt::Key_Minus)) {
+        stepped(key == Qt::Key_Plus ? Step::Up : Step::Down);
+    } else
         QLineEdit::keyPressEvent(event);
+}
+
+void VolumeBox::wheelEvent(QWheelEvent *event) {
+    if (!stepped) {
+        QLineEdit::wheelEvent(event);
+        return;
+    }
+    const int turned = event->angleDelta().y();
+    // Fine wheels turn by parts of a notch; a turn back begins anew.
+    wheelTurned = (wheelTurned < 0) == (turned < 0) ? wheelTurned + turned : turned;
+    event->accept();
+    if (std::abs(wheelTurned) < QWheelEvent::DefaultDeltasPerStep)
+        return;
+    wheelTurned = 0;
+    stepped(turned > 0 ? Step::Up : Step::Down);
 }

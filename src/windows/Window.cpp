@@ -9,9 +9,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLayout>
+#include <QMenu>
 #include <QShortcut>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -23,6 +26,8 @@ void showButton(QWidget &widget, const Control &control) {
     if (auto *face = dynamic_cast<FaceButton *>(&widget)) {
         face->setFace(colour::of(control.face));
         face->setPicked(control.picked || control.face == Face::Chosen);
+        if (face->spokenChecked())
+            face->setSpokenChecked(control.face == Face::Muted || control.face == Face::Chosen);
     }
 }
 
@@ -42,10 +47,21 @@ void showLamp(QWidget &widget, const Control &control) {
 }
 
 void showFrame(QWidget &widget, const Control &control) {
-    static_cast<QGroupBox &>(widget).setTitle(shown(control.text));
+    const QString title = shown(control.text);
+    static_cast<QGroupBox &>(widget).setTitle(title);
+    // A frame within another one would be spoken by the other's title.
+    widget.setAccessibleName(title);
 }
 
 void showNothing(QWidget &, const Control &) {}
+
+/// Without the dots that only show that something goes on.
+QStringView sense(const QString &text) {
+    QStringView part(text);
+    while (part.endsWith(u'.') || part.endsWith(u' '))
+        part.chop(1);
+    return part;
+}
 
 } // namespace
 
@@ -72,9 +88,20 @@ void Window::whenKey(const QKeySequence &keys, std::function<void()> action) {
             [this, action = std::move(action)] { report(action); });
 }
 
+void Window::setMenuBar(QMenuBar *bar) {
+    layout()->setMenuBar(bar);
+    for (QAction *title : bar->actions())
+        title->menu()->setAccessibleName(title->iconText()); // without the mark of the key
+    whenKey(Qt::Key_F10, [bar] {
+        QAction *first = bar->actions().constFirst();
+        bar->setActiveAction(first);
+        first->menu()->setActiveAction(first->menu()->actions().constFirst());
+    });
+}
+
 void Window::bindAs(QWidget *widget, const Control &control,
                     void (*showText)(QWidget &, const Control &)) {
-    bound.push_back({widget, &control, showText, std::nullopt});
+    bound.push_back({widget, &control, showText, std::nullopt, false});
 }
 
 void Window::bind(QAbstractButton *button, const Control &control) {
@@ -96,10 +123,16 @@ void Window::bindPresence(QWidget *widget, const Control &control) {
     bindAs(widget, control, showNothing);
 }
 
+void Window::announceChanges(const QLabel *label) {
+    std::find_if(bound.begin(), bound.end(), [label](const Bound &binding) {
+        return binding.widget == label;
+    })->announced = true;
+}
+
 Window::StatusWidgets Window::bindStatus(QWidget *parent, const LinkStatusView &status) {
     linkStatus = &status;
     statusWidgets = {
-        named(new QLabel(parent), "ZarnConnectedLabel"),
+        named(new PressLabel(parent), "ZarnConnectedLabel"),
         named(new LinkPicture(LinkPicture::Shows::LinkUp, parent), "ZarnConnectedImage"),
         named(new LinkPicture(LinkPicture::Shows::LinkDown, parent), "ZarnNotConnectedImage")};
     statusWidgets.ZarnConnectedLabel->setTextFormat(Qt::PlainText);
@@ -131,6 +164,7 @@ void Window::refreshBound() {
         if (binding.shown == control)
             continue;
         showHints(*binding.widget, binding.shown.value_or(Control{}), control);
+        tellChange(binding);
         binding.shown = control;
         binding.showText(*binding.widget, control);
         binding.widget->setEnabled(control.enabled);
@@ -138,11 +172,27 @@ void Window::refreshBound() {
     }
 }
 
+void Window::tellChange(const Bound &binding) {
+    if (!shownLoaded || !binding.shown)
+        return;
+    const Control &before = *binding.shown;
+    const Control &now = *binding.control;
+    const QString text = shown(now.text);
+    if (binding.announced && now.visible &&
+        (!before.visible || sense(shown(before.text)) != sense(text)))
+        changedUnseen(text);
+    if (before.face == Face::Busy && now.face != Face::Busy)
+        changedUnseen(text + QStringLiteral(" finished"));
+}
+
 void Window::refreshStatus() {
     if (!linkStatus || shownStatus == *linkStatus)
         return;
+    if (shownLoaded && shownStatus && linkStatus->labelVisible &&
+        shownStatus->caption != linkStatus->caption)
+        changedUnseen(shown(linkStatus->caption));
     shownStatus = *linkStatus;
-    QLabel *label = statusWidgets.ZarnConnectedLabel;
+    PressLabel *label = statusWidgets.ZarnConnectedLabel;
     QPalette colours = label->parentWidget()->palette();
     const QColor background = colour::of(linkStatus->colour, colours);
     colours.setColor(QPalette::Window, background);
@@ -191,6 +241,16 @@ void Window::keyPressEvent(QKeyEvent *event) {
         button->click();
     else
         QWidget::keyPressEvent(event);
+}
+
+void Window::showEvent(QShowEvent *event) {
+    QWidget::showEvent(event);
+    // The styles draw the focus of a window only after a first Tab otherwise.
+    setAttribute(Qt::WA_KeyboardFocusChange);
+}
+
+bool Window::focusNextPrevChild(bool next) {
+    return stops ? stops->toNextGroup(next) : QWidget::focusNextPrevChild(next);
 }
 
 void showHints(QWidget &widget, const Control &before, const Control &now) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "GridFocus.h"
 #include "Lamp.h"
+#include "PressLabel.h"
 #include "forms/Control.h"
 #include "forms/Form.h"
 #include "link/LinkStatusDisplay.h"
@@ -10,6 +12,7 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPointer>
 #include <QWidget>
 
@@ -31,11 +34,16 @@ public:
     /// Called after everything that was reported; all windows may have to change.
     std::function<void()> reported = [] {};
 
+    /// Called with what changed without the focus, for a screen reader to speak.
+    std::function<void(const QString &text)> changedUnseen = [](const QString &) {};
+
 protected:
     /// Reports an action of the user to the form.
     void report(const std::function<void()> &action);
     void whenClicked(QAbstractButton *button, std::function<void()> action);
     void whenKey(const QKeySequence &keys, std::function<void()> action);
+    /// Puts the menu bar into the layout; F10 opens its first menu.
+    void setMenuBar(QMenuBar *bar);
 
     /// What closing the frame means; the form is unloaded unless a window says otherwise.
     virtual void frameClosed() { form.unload(); }
@@ -49,21 +57,26 @@ protected:
     void bind(QLineEdit *box, const Control &control);
     void bind(Lamp *lamp, const Control &control);
     void bind(QGroupBox *frame, const Control &control);
+    /// Lets a label that is bound be spoken whenever its text changes.
+    void announceChanges(const QLabel *label);
     /// Visibility and availability only.
     void bindPresence(QWidget *widget, const Control &control);
-    /// The status label and the two link pictures, which it makes as children of `parent`.
     struct StatusWidgets {
-        QLabel *ZarnConnectedLabel;
+        PressLabel *ZarnConnectedLabel;
         QWidget *ZarnConnectedImage;
         QWidget *ZarnNotConnectedImage;
     };
+    /// The status label and the two link pictures, which it makes as children of `parent`.
     StatusWidgets bindStatus(QWidget *parent, const LinkStatusView &status);
 
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
     Form &form;
+    GridFocus *stops = nullptr; ///< where Tab leads; none: from control to control
 
 private:
     struct Bound {
@@ -71,11 +84,13 @@ private:
         const Control *control;
         void (*showText)(QWidget &, const Control &);
         std::optional<Control> shown;
+        bool announced = false;
     };
 
     void bindAs(QWidget *widget, const Control &control,
                 void (*showText)(QWidget &, const Control &));
     void refreshBound();
+    void tellChange(const Bound &binding);
     void refreshStatus();
     void refreshForm();
 

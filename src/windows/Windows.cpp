@@ -8,6 +8,7 @@
 #include "PresetsWindow.h"
 #include "QuestionWindow.h"
 #include "SetupWindow.h"
+#include "SpokenRoles.h"
 #include "StartWindow.h"
 #include "UnitsWindow.h"
 #include "start/ProgramTitle.h"
@@ -17,6 +18,7 @@
 #include <utility>
 
 Windows::Windows(Program &shownProgram) : program(shownProgram) {
+    useSpokenRoles();
     Views &views = program.views;
     const auto add = [this](const FormView &view, auto make) {
         entries.push_back({&view, std::move(make), nullptr});
@@ -95,7 +97,14 @@ void Windows::refreshAll() {
         if (!entry.window) {
             entry.window = entry.make();
             entry.window->reported = [this] { refresh(); };
+            entry.window->changedUnseen = [this, window = entry.window.get()](const QString &text) {
+                Window *&speaker = news[text];
+                if (!speaker || window->isActiveWindow())
+                    speaker = window;
+            };
         }
         entry.window->refresh();
     }
+    for (const auto &[text, window] : std::exchange(news, {}))
+        announce(*window, text);
 }

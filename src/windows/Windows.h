@@ -5,6 +5,7 @@
 #include "Window.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -31,6 +32,7 @@ private:
     Program &program;
     KeyRepeat keyRepeat;
     std::vector<Entry> entries;
+    std::map<QString, Window *> news; ///< to be spoken, each text once
     bool refreshing = false;
     bool changedMeanwhile = false;
 };

@@ -2,7 +2,9 @@
 
 #include "ProgramLook.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QtTest/QtTest>
 
 ProgramFixture::ProgramFixture(UnitOptions options) : FakeMachine(std::move(options)) {
@@ -51,11 +53,14 @@ void ProgramFixture::answerMessages() {
 void ProgramFixture::connectInDialog(bool overNetwork) {
     pump.in(0.1, [this, overNetwork] {
         clickAnything("dlgConnect", overNetwork ? "ConnectIPOption" : "ConnectSerialOption");
-        if (overNetwork)
+        if (overNetwork) {
             part<QLineEdit>("dlgConnect", "IPAddressQuadConnect_0")
                 ->setText(QStringLiteral("10.11.12.13"));
-        else
-            QTest::keyClick(part("dlgConnect", "SerialPortsCombo"), Qt::Key_Down);
+        } else {
+            auto *ports = part<QComboBox>("dlgConnect", "SerialPortsCombo");
+            QTest::keyClick(ports, Qt::Key_Down);
+            QTest::keyClick(ports->view(), Qt::Key_Return);
+        }
         const char *const button = overNetwork ? "Connect2IPButton" : "Connect2SerialButton";
         pump.in(0.1, [button] { click("dlgConnect", button); });
     });

@@ -168,25 +168,6 @@ private Q_SLOTS:
         }
     }
 
-    void tabGoesDownAndRight() {
-        kvn.clickAnything(Panel, "OutputVolumeValue_7"); // brings the volume buttons
-        const auto *window = kvn.window(Panel);
-        QWidget *const start = on("InputVideoAudioButtons_5");
-        start->setFocus();
-        int stops = 0;
-        int turns = 0;
-        do {
-            const QPoint from = window->focusWidget()->geometry().center();
-            kvn.clickAnything(Panel, "OutputVolumeValue_7"); // leaves the focus
-            QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
-            const QPoint to = window->focusWidget()->geometry().center();
-            const bool sameRow = std::abs(to.y() - from.y()) < 5;
-            turns += (sameRow ? to.x() > from.x() : to.y() > from.y()) ? 0 : 1;
-        } while (window->focusWidget() != start && ++stops < 1000);
-        QCOMPARE(stops + 1, 32 * 3 + 32 * 7 + 6);
-        QCOMPARE(turns, 1);
-    }
-
     void isMinimisedForThePresets() {
         kvn.click(Panel, "GoToPresets");
         QVERIFY(kvn.window(Panel)->isMinimized());

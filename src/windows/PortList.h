@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QComboBox>
+
+/// A list that drops down. The arrow keys open it and choose nothing while it is closed.
+class PortList : public QComboBox {
+public:
+    explicit PortList(QWidget *parent) : QComboBox(parent) {}
+
+    /// Opens the list at its choice, at first at its first entry.
+    void showPopup() override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+};
