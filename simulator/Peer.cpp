@@ -49,7 +49,7 @@ void Peer::hear() {
 }
 
 void Peer::answer(const QByteArray &bytes) {
-    if (hangsUp() || bench.line.fault == Fault::Silence)
+    if (bench.line.fault == Fault::Silence)
         return;
     const bool cut = bench.line.fault == Fault::Close;
     const QByteArray sent = cut ? bytes.first(bytes.size() / 2) : bytes;

@@ -46,7 +46,6 @@ private:
     void drop();
     void settle();
     void end();
-    [[nodiscard]] bool hangsUp() const { return !queue.empty() && queue.back().bytes.isEmpty(); }
 
     Bench &bench;
     QByteArray name;

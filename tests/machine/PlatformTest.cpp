@@ -164,6 +164,9 @@ private Q_SLOTS:
         QTimer::singleShot(0, [&] { order += "second"; });
         pump.runFor(Long, [&] { return order.ends_with("second"); });
         QVERIFY(order.starts_with("show first show ") && order.ends_with("show second"));
+        order.clear();
+        pump.runFor(0.05, never);
+        QVERIFY(order.size() < 100); // it sleeps between events
     }
 
     static void setsUpTheSerialPort() {

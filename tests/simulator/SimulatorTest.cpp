@@ -267,8 +267,12 @@ private Q_SLOTS:
             QString device = QFile::symLinkTarget(link);
             QCOMPARE(simulator.waitFor("^Listening on serial .* -> (.+)$"), device);
             QVERIFY(simulator.obeys("latency 60000"));
+            const auto dropped = simulator.say("CFG ?\r");
+            QVERIFY(!simulator.waitFor("tcp2 (>) CFG").isEmpty());
+            QVERIFY(simulator.obeys("latency 60000")); // an order drops what is under way
+            QCOMPARE(hear(dropped), QByteArray());
             const auto peer = simulator.say("CFG ?\r");
-            QVERIFY(!simulator.waitFor("tcp\\d (>) CFG").isEmpty());
+            QVERIFY(!simulator.waitFor("tcp3 (>) CFG").isEmpty());
             QVERIFY(simulator.obeys("unplug") && simulator.obeys("latency 0"));
             QVERIFY(::read(file.get(), &unread, 1) <= 0);
             QCOMPARE(hear(peer), QByteArray());
