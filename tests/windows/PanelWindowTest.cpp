@@ -146,6 +146,8 @@ private Q_SLOTS:
         }
         window->resize(1862, 1380 + menu);
         QVERIFY(QFontInfo(on("TakeButton")->font()).pixelSize() >= 18);
+        QVERIFY(on("TakeButton")->font().bold() && !on("ClearButton")->font().bold());
+        QVERIFY(pixel(sheet, 24, 120) != pixel(sheet, 6, 120)); // a card
         view.status.caption = "Connected to an address that is longer than there is room for";
         window->resize(931, 690 + menu);
         kvn.windows.refresh();

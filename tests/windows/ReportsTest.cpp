@@ -21,6 +21,17 @@ const std::string Deleting = InUnits + "click OptionsCommand_3 ";
 class ReportsTest : public QObject {
     Q_OBJECT
 
+    static bool overlaps(const QWidget *window) {
+        const auto all =
+            window->findChildren<QWidget *>(QRegularExpression(QStringLiteral("_|[A-Z]")));
+        return std::any_of(all.begin(), all.end(), [&all](const QWidget *one) {
+            return std::any_of(all.begin(), all.end(), [one](const QWidget *other) {
+                return one != other && one->parent() == other->parent() && one->isVisible() &&
+                       other->isVisible() && one->geometry().intersects(other->geometry());
+            });
+        });
+    }
+
     static bool isPlain(const QLabel *label) {
         return label->textFormat() == Qt::PlainText || !Qt::mightBeRichText(label->text());
     }
@@ -57,7 +68,7 @@ private Q_SLOTS:
                {"in frmMain key Ctrl+N in dlgControlExisting see AddCorvaneFrame", "Add Corvane"},
                {"menu AboutCorvaneController windows", "frmAbout frmMain"},
                {"ports 0 " + Connecting + "click ConnectSerialOption ; in frmMain point MainControlButton_2 windows "
-                "in dlgOK point OKButton windows", "dlgConnect dlgOK frmMain, dlgConnect frmMain"}});
+                "in dlgOK point OKButton windows ; in dlgConnect see ConnectSerialOption", "dlgConnect dlgOK frmMain, dlgConnect frmMain, Serial Port"}});
     }
 
     void ofTheConnectionDialog() {
@@ -73,6 +84,7 @@ private Q_SLOTS:
                {Pasted + "go IPAddressQuadConnect_0 key Return key Enter address key Return key Enter ; line windows",
                 "10.200.[30]*.4, connect 10.200.30.4:23, KVN32x32Audio frmMain"},
                {Pasted + "held Return go IPAddressQuadConnect_0 held Enter address ; line", "10*.200.30.4, "},
+               {Pasted + "refused go Connect2IPButton key Return ; in dlgOK key Return ; in dlgConnect focus", "Connect2IPButton"},
                {Pasted + "click Connect2IPButton ; line", "connect 10.200.30.4:23"},
                {"ports 2 " + Connecting + "click ConnectSerialOption go SerialPortsCombo key End ; line in dlgOK key Return ; "
                 "line in dlgConnect list SerialPortsCombo click Connect2SerialButton ; windows",
@@ -143,11 +155,11 @@ private Q_SLOTS:
         // Window, title and the texts that are the window's own, the ways to leave it.
         // clang-format off
         const std::vector<std::tuple<std::string, Form *, std::string, std::string>> windows{
-            {"dlgOK", &program.messages.dlgOK(), "Confirm|" + text, "OKButton Return Escape frame"},
-            {"plainBox", &program.messages.plainBox(), "Corvane Controller 1.14|" + text, "OKButton Return Escape frame"},
-            {"dlgYesNo", &program.messages.dlgYesNo(), " |" + text, "YesButton NoButton Return Escape frame"},
+            {"dlgOK", &program.messages.dlgOK(), "Confirm|" + text + "|OK", "OKButton Return Escape frame"},
+            {"plainBox", &program.messages.plainBox(), "Corvane Controller 1.14|" + text + "|OK", "OKButton Return Escape frame"},
+            {"dlgYesNo", &program.messages.dlgYesNo(), " |" + text + "|No|Yes", "YesButton NoButton Return Escape frame"},
             {"frmAbout", &program.aboutForm, "About Corvane Controller 1.14|Corvane Controller 1.14|Version 1.14.0|"
-             "Controls Corvane audio/video matrix switchers\nover a serial port or TCP/IP.", "cmdOK Return Escape frame"},
+             "Controls Corvane audio/video matrix switchers\nover a serial port or TCP/IP.|OK", "cmdOK Return Escape frame"},
             {"dlgSetup", &program.setupForm, "Initializing Display|Setting Output|Setting Input", "frame"},
             {"dlgConnect", &program.connectForm, "Connect to Zarn-Lt", "Escape frame"},
             {"dlgControlExisting", &program.unitsForm, "Control Existing Corvane", "OKButton Escape frame"},
@@ -155,14 +167,14 @@ private Q_SLOTS:
             {"dlgInputConnect", &program.helpForms[0], "How to Connect Inputs to Outputs|To Connect inputs to Outputs:|"
              "You can connect inputs to outputs by clicking the input's Vid/Aud, Vid, or Aud button. Then click the same button "
              "on the output to be connected to, multiple outputs may be connected. Then click the TAKE button.|"
-             "The Escape button clears all selections.", "OKButton Return Escape frame"},
+             "The Escape button clears all selections.|OK", "OKButton Return Escape frame"},
             {"dlgDisconnect", &program.helpForms[1], "Disconnecting Outputs|To Disconnect Outputs:|"
              "Disconnecting outputs are a simple as selecting the output using the Aud, Vid or Vid/Aud button for the output to "
-             "disconnect, then click the Take button.|The Escape button clears all selections.", "OKButton Return Escape frame"},
+             "disconnect, then click the Take button.|The Escape button clears all selections.|OK", "OKButton Return Escape frame"},
             {"VolumeHelpDialog", &program.helpForms[2], "Adjusting Volumes|To Adjust Ouput Volumes:|"
              "You can adjust the volume of an output by clicking on the VOL XX area of the output status. The volume up and "
              "volume down buttons will appear at the bottom of the screen.|"
-             "The Escape button clears all selections from the screen.", "OKButton Return Escape frame"}};
+             "The Escape button clears all selections from the screen.|OK", "OKButton Return Escape frame"}};
         // clang-format on
         std::string answers;
         for (const auto &[name, form, texts, ways] : windows) {
@@ -175,7 +187,10 @@ private Q_SLOTS:
                 std::string found = window->windowTitle().toStdString();
                 for (const auto *label : window->findChildren<QLabel *>())
                     found += "|" + label->text().toStdString() + (isPlain(label) ? "" : " rich");
+                for (const auto *button : window->findChildren<QAbstractButton *>())
+                    found += "|" + button->text().toStdString();
                 QCOMPARE(found.substr(0, texts.size()), texts);
+                QVERIFY2(!overlaps(window), name.c_str());
                 const bool blocks = name == "plainBox" || name == "dlgConnect";
                 QCOMPARE(window->isModal(), blocks);
                 const bool key = way == "Return" || way == "Escape";
