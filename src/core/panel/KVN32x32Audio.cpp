@@ -189,7 +189,7 @@ void KVN32x32Audio::unload() {
 void KVN32x32Audio::describe() {
     if (!isLoaded())
         return;
-    describePanel(view, panel, unit.model);
+    describePanel(view, panel, unit);
     markPicks(view, panel, unit.model);
 }
 

@@ -3,14 +3,18 @@
 #include "panel/PanelControls.h"
 #include "protocol/Text.h"
 
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
-/// Which outputs an input feeds, as lists "1,3,7".
+using Numbers = std::vector<int>;
+
+/// Which outputs an input feeds, in ascending order.
 struct Fed {
-    std::string video;
-    std::string audio;
+    Numbers video;
+    Numbers audio;
 };
 
 std::string kindText(char panelMode) {
@@ -24,26 +28,39 @@ std::string kindText(char panelMode) {
     }
 }
 
-void append(std::string &list, int output) {
-    list += (list.empty() ? "" : ",") + std::to_string(output);
+Numbers numbersOf(const std::string &list) {
+    Numbers numbers;
+    std::istringstream items(list);
+    for (std::string item; std::getline(items, item, ',');)
+        numbers.push_back(static_cast<int>(leadingNumber(item)));
+    return numbers;
 }
 
-/// "output 1", "outputs 1, 3 and 7", or "no output" of the list "1,3,7".
-std::string outputsText(const std::string &list) {
-    if (list.empty())
+/// "output 1", "outputs 1, 3 to 6 and 9", or "no output".
+std::string outputsText(const Numbers &outputs) {
+    if (outputs.empty())
         return "no output";
-    const auto last = list.rfind(',');
-    if (last == std::string::npos)
-        return "output " + list;
-    std::string text = "outputs ";
-    for (const char character : list.substr(0, last))
-        text += character == ',' ? ", " : std::string(1, character);
-    return text + " and " + list.substr(last + 1);
+    std::vector<std::string> parts;
+    for (std::size_t at = 0; at < outputs.size(); ++at) {
+        const std::size_t first = at;
+        while (at + 1 < outputs.size() && outputs[at + 1] == outputs[at] + 1)
+            ++at;
+        if (at == first + 1) // a pair is no shorter as a range
+            at = first;
+        const std::string range = at == first ? "" : " to " + std::to_string(outputs[at]);
+        parts.push_back(std::to_string(outputs[first]) + range);
+    }
+    std::string text = outputs.size() == 1 ? "output " : "outputs ";
+    for (std::size_t part = 0; part < parts.size(); ++part) {
+        const bool last = part + 1 == parts.size();
+        text += (part == 0 ? "" : last ? " and " : ", ") + parts[part];
+    }
+    return text;
 }
 
 std::string takeText(const PanelState &panel) {
     // The list goes out, not the outputs that are lit.
-    const std::string &outputs = panel.SelectedOutputsHolder;
+    const Numbers outputs = numbersOf(panel.SelectedOutputsHolder);
     const std::string kind = ", " + kindText(panel.PanelMode);
     const std::string input = "Input " + std::to_string(panel.CurrentInput);
     if (panel.CurrentInput == 0 && outputs.empty())
@@ -61,8 +78,7 @@ std::string sourceText(const std::string &kind, const Control &source) {
     return source.text == "NC" ? "no " + kind : kind + " from input " + latin1ToUtf8(source.text);
 }
 
-std::string volumeText(const Control &box) {
-    const std::string level(mid(box.text, 5)); // after "Vol "
+std::string volumeText(const std::string &level) {
     return level.empty() ? "volume not known" : "volume " + latin1ToUtf8(level);
 }
 
@@ -77,12 +93,11 @@ std::string muteText(const Control &button) {
     }
 }
 
-std::string outputText(const PanelView &view, int slot, bool audio) {
+std::string outputText(const PanelView &view, int slot, bool audio, const std::string &level) {
     const std::string video = sourceText("video", view.InputVideoConnected[slot]);
     return !audio ? video
                   : video + ", " + sourceText("audio", view.InputAudioConnected[slot]) + ", " +
-                        volumeText(view.OutputVolumeValue[slot]) + ", " +
-                        muteText(view.MuteButton[slot]);
+                        volumeText(level) + ", " + muteText(view.MuteButton[slot]);
 }
 
 std::string inputText(const Fed &fed, bool audio) {
@@ -92,10 +107,10 @@ std::string inputText(const Fed &fed, bool audio) {
 
 Table<Fed, 32> fedByInputs(const PanelView &view, const ModelFacts &model) {
     Table<Fed, 32> fed("inputs");
-    const auto note = [&](const Control &source, std::string Fed::*list, int output) {
+    const auto note = [&](const Control &source, Numbers Fed::*list, int output) {
         const double input = wholeNumberText(source.text).value_or(0);
         if (input >= 1 && input <= model.NumInputs)
-            append(fed[static_cast<int>(input)].*list, output);
+            (fed[static_cast<int>(input)].*list).push_back(output);
     };
     for (int output = 1; output <= model.NumOutputs; ++output) {
         const int slot = model.OutputButtonIndex[output];
@@ -120,7 +135,8 @@ void describeSlot(PanelView &view, Side side, int slot, const std::string &whose
 
 } // namespace
 
-void describePanel(PanelView &view, const PanelState &panel, const ModelFacts &model) {
+void describePanel(PanelView &view, const PanelState &panel, const UnitState &unit) {
+    const ModelFacts &model = unit.model;
     view.TakeButton.toolTip = takeText(panel);
     view.TakeButton.description = view.TakeButton.toolTip;
     const Table<Fed, 32> fed = fedByInputs(view, model);
@@ -129,7 +145,9 @@ void describePanel(PanelView &view, const PanelState &panel, const ModelFacts &m
                      "Input " + std::to_string(input), inputText(fed[input], model.HasAudio));
     for (int output = 1; output <= model.NumOutputs; ++output) {
         const int slot = model.OutputButtonIndex[output];
+        // The box can show the level of another output.
+        const std::string &level = unit.routing.Outputs[output].VolumeText;
         describeSlot(view, Side::Output, slot, "Output " + std::to_string(output),
-                     outputText(view, slot, model.HasAudio));
+                     outputText(view, slot, model.HasAudio, level));
     }
 }

@@ -214,6 +214,8 @@ private Q_SLOTS:
             {"", hint + " DIS ,;Q"},
             {"iB4 oB8 oB7", "Input 4 to outputs 7 and 8, video and audio iB4 oB7 oB8 Con 4(7,8)4F (7,8);Q"},
             {"iV4 oV9 oV7 oV16", "Input 4 to outputs 7, 9 and 16, video iV4 oV7 oV9 oV16 Con 4(7,9,16);Q"},
+            {"iV4 oV1 oV2 oV3 oV5 oV6 oV8 oV9 oV10", "Input 4 to outputs 1 to 3, 5, 6 and 8 to 10, "
+             "video iV4 oV1 oV2 oV3 oV5 oV6 oV8 oV9 oV10 Con 4(1,2,3,5,6,8,9,10);Q"},
             {"iA16 oA2", "Input 16 to output 2, audio iA16 oA2 Con 16F (2);Q"},
             {"oA3", "Disconnect output 3, audio oA3 DIS 3F;Q"},
             {"oB2 oB1", "Disconnect outputs 1 and 2, video and audio oB1 oB2 DIS 1,2,1F,2F;Q"},
@@ -238,6 +240,9 @@ private Q_SLOTS:
             {"open model=32x32-RGBA v17 up m17 ?tip=MuteButton_17",
              "Output 17: video from input 17, audio from input 17, volume -19, muted|video from "
              "input 17, audio from input 17, volume -19, muted"},
+            // Its box shows the level of output 5 then.
+            {"open model=8x8-RGBA v5 up exit note open ?tip=OutputVideoIndicator_5", "Output 1: "
+             "video from input 1, audio from input 1, volume -19, not muted|"},
             {"open oA2 take ?tip=OutputVideoButtons_2", "Output 2: video from input 2, no audio, "
              "volume -20, not muted|video from input 2, no audio, volume -20, not muted"},
             {"silent open ?tip=InputVideoConnected_9", "{no response} Output 9: video not known, "
