@@ -18,8 +18,7 @@ namespace {
 struct Folder {
     QTemporaryDir folder;
     fs::path path = folder.path().toStdString();
-    std::string ini = path / "units.ini";
-    std::string bak = path / "units.bak";
+    std::string ini = path / "units.ini", bak = path / "units.bak";
     QtFileStore files;
 
     [[nodiscard]] std::string replace(const std::string &contents) {
@@ -27,12 +26,10 @@ struct Folder {
     }
 };
 
-void put(const fs::path &file, const std::string &contents) {
-    std::ofstream(file, std::ios::binary) << contents;
-}
+void put(const fs::path &file, const std::string &contents) { std::ofstream(file) << contents; }
 
 std::string contentsOf(const fs::path &file) {
-    std::ifstream stream(file, std::ios::binary);
+    std::ifstream stream(file);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
@@ -45,18 +42,17 @@ class FileStoreTest : public QObject {
 private Q_SLOTS:
     // Sizes in bytes: the largest that a file can have, what is in it, what it is to become.
     static void aDiskWithoutRoomLosesNothing() {
-        for (const auto &[room, before, after, copyFails] : {std::tuple(0, 100, 120, false),
+        std::signal(SIGXFSZ, SIG_IGN);
+        for (const auto &[room, before, after, copyFails] : {std::tuple(0UL, 100UL, 120UL, false),
                                                              {8192, 100, 20000, false},
                                                              {8192, 12000, 100, true}}) {
             Folder kvn;
-            const std::string old(std::size_t(before), 'o');
-            const std::string wanted(std::size_t(after), 'n');
+            const std::string old(before, 'o'), wanted(after, 'n');
             put(kvn.ini, old);
             put(kvn.bak, "older");
             rlimit usual{};
             ::getrlimit(RLIMIT_FSIZE, &usual);
-            const rlimit tight{rlim_t(room), usual.rlim_max};
-            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit tight{room, usual.rlim_max};
             ::setrlimit(RLIMIT_FSIZE, &tight);
             const std::string failure = kvn.replace(wanted);
             ::setrlimit(RLIMIT_FSIZE, &usual);
@@ -72,28 +68,26 @@ private Q_SLOTS:
 
     static void whatIsNoFileIsLeftAlone() {
         const std::string reason = " failed: It is not a regular file.";
-        for (const bool isPipe : {true, false}) {
+        for (const auto make : {::mkfifo, ::mkdir}) {
             Folder kvn;
-            QCOMPARE((isPipe ? ::mkfifo : ::mkdir)(kvn.ini.c_str(), 0700), 0);
+            QCOMPARE(make(kvn.ini.c_str(), 0700), 0);
             std::string contents;
             QCOMPARE(kvn.files.read(kvn.ini, contents), "Reading " + kvn.ini + reason);
             QCOMPARE(kvn.replace("new"), "Writing " + kvn.ini + reason);
-            QVERIFY(!fs::is_regular_file(kvn.ini) && !fs::exists(kvn.bak));
             fs::rename(kvn.ini, kvn.bak);
             put(kvn.ini, "old");
             QVERIFY(kvn.replace("new").ends_with("kept: Writing " + kvn.bak + reason));
-            QVERIFY(!fs::is_regular_file(kvn.bak));
-            QCOMPARE(contentsOf(kvn.ini), std::string("old"));
+            QVERIFY(!fs::is_regular_file(kvn.bak) && contentsOf(kvn.ini) == "old");
         }
     }
 
     static void theCopyIsAsPrivateAsTheFile() {
         for (const unsigned mode : {0600U, 0640U, 0644U}) {
             Folder kvn;
-            for (const char *const contents : {"first", "second", "third"}) {
+            for (const std::string contents : {"first", "second", "third"}) {
                 QCOMPARE(kvn.replace(contents), std::string());
-                QCOMPARE(contentsOf(kvn.ini), std::string(contents));
-                QCOMPARE(kvn.files.exists(kvn.bak), contents != std::string("first"));
+                QCOMPARE(contentsOf(kvn.ini), contents);
+                QCOMPARE(kvn.files.exists(kvn.bak), contents != "first");
                 fs::permissions(kvn.ini, fs::perms(mode));
             }
             QCOMPARE(static_cast<unsigned>(fs::status(kvn.bak).permissions()), mode);
@@ -107,8 +101,7 @@ private Q_SLOTS:
         put(target, bytes);
         fs::create_symlink(target, kvn.ini);
         QCOMPARE(kvn.replace("new"), std::string());
-        QVERIFY(fs::is_symlink(kvn.ini));
-        QCOMPARE(contentsOf(target), std::string("new"));
+        QVERIFY(fs::is_symlink(kvn.ini) && contentsOf(target) == "new");
         std::string contents;
         QCOMPARE(kvn.files.read(kvn.bak, contents) + contents, bytes);
         fs::remove(target);
