@@ -78,8 +78,6 @@ PanelWindow::PanelWindow(KVN32x32Audio &panelForm, const PanelView &panelView,
     scroller->setFocusPolicy(Qt::NoFocus);
     scroller->setWidgetResizable(true);
     scroller->setWidget(sheet);
-    for (QWidget *ground : {static_cast<QWidget *>(scroller), scroller->viewport()})
-        ground->setAccessibleName(windowTitle());
     layout->addWidget(scroller);
     for (const SlotArray &array : SlotArrays)
         buildSlots(array);

@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMenu>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QWindow>
 
@@ -247,6 +248,10 @@ void Window::showEvent(QShowEvent *event) {
     QWidget::showEvent(event);
     // The styles draw the focus of a window only after a first Tab otherwise.
     setAttribute(Qt::WA_KeyboardFocusChange);
+    for (auto *bar : findChildren<QScrollBar *>())
+        bar->setAccessibleName(bar->orientation() == Qt::Vertical
+                                   ? QStringLiteral("Scroll up and down")
+                                   : QStringLiteral("Scroll left and right"));
 }
 
 bool Window::focusNextPrevChild(bool next) {

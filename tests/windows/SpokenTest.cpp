@@ -70,7 +70,7 @@ void SpokenTest::initTestCase() {
         form->loaded = true;
     views.connect.IPAddressFrame.visible = views.connect.SerialConnectionFrame.visible = true;
     views.units.AddCorvaneFrame.visible = views.units.IPAddressFrame.visible = true;
-    views.units.AvailCorvanesList.entries = {"A"};
+    views.units.AvailCorvanesList.entries.resize(30, "A"); // more than there is room for
     kvn.windows.refresh();
     notices();
 }
