@@ -1,8 +1,9 @@
 #include "look.h"
-#include "support/toString.h"
+#include "support/checkRows.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
-#include <QTextDocumentFragment>
+#include <QTransform>
 
 #include <cmath>
 
@@ -10,54 +11,26 @@ namespace {
 
 constexpr const char *Panel = "KVN32x32Audio";
 
-/// Where a control stands, in twips. One that takes more room where its text needs it grows to the
-/// right or to both sides. One of an array has a second row, which is further down, and a name that
-/// is spoken after its side and number.
-struct Place {
-    const char *name;
-    int x, y, width, height;
-    char growth = '-';
-    int secondRow = 0;
-    const char *spoken = "";
-};
-
 // clang-format off
-constexpr Place Places[] = {
-    {"InputNumberLabel", 0, 840, 735, 255, '-', 1380, ""},
-    {"InputVideoLamp", 120, 1200, 135, 135, '-', 1410, "video lamp"},
-    {"InputAudioLamp", 480, 1200, 135, 135, '-', 1410, "audio lamp"},
-    {"InputVideoAudioButtons", 0, 1440, 735, 255, '-', 1440, "video and audio"},
-    {"InputVideoButtons", 0, 1680, 375, 255, '-', 1440, "video"},
-    {"InputAudioButtons", 360, 1680, 375, 255, '-', 1440, "audio"},
-    {"OutputNumberLabel", 0, 4080, 735, 255, '-', 2160, ""},
-    {"OutputVideoIndicator", 120, 4440, 135, 135, '-', 2160, "video lamp"},
-    {"OutputAudioIndicator", 480, 4440, 135, 135, '-', 2160, "audio lamp"},
-    {"OutputVidAudButtons", 0, 4680, 735, 255, '-', 2160, "video and audio"},
-    {"OutputVideoButtons", 0, 4920, 375, 255, '-', 2160, "video"},
-    {"OutputAudioButtons", 360, 4920, 375, 255, '-', 2160, "audio"},
-    {"InputVideoConnected", 0, 5160, 375, 285, '-', 2160, "video source"},
-    {"InputAudioConnected", 360, 5160, 375, 285, '-', 2160, "audio source"},
-    {"OutputVolumeValue", 0, 5400, 735, 285, '-', 2160, "volume"},
-    {"MuteButton", 0, 5760, 735, 285, '-', 2160, "mute"},
-    {"Label2_0", 240, 480, 0, 255, 'r'},
-    {"Label2_1", 210, 3690, 0, 255, 'r'},
-    {"KVNNameLabel", 240, 120, 5160, 300},
-    {"CorvaneTypeLabel", 6570, 120, 1005, 405, 'b'},
-    {"ZarnConnectedLabel", 11580, 300, 1635, 255, 'r'},
-    {"TakeButton", 4230, 8565, 2535, 375},
-    {"ClearButton", 7050, 8565, 2535, 375},
-    {"Label1", 4620, 9120, 4560, 240, 'b'},
-    {"OutputVolumeLabel", 6210, 9360, 1395, 240, 'b'},
-    {"VolumeUpButton", 5557, 9765, 1275, 360},
-    {"VolumeDownButton", 6982, 9765, 1275, 360},
-    {"GoToPresets", 240, 9615, 1575, 555},
-    {"ExitButton", 12150, 9675, 1575, 495},
-};
+/// All controls: name, x, y, width and height in twips. Of an array follow how far below row 1 its row 2 stands and what
+/// is spoken after side and number; of others how they grow where the text needs it: to the right (r), to both sides (b).
+constexpr const char *Places = R"(
+InputNumberLabel 0 840 735 255 1380; InputVideoAudioButtons 0 1440 735 255 1440 video and audio
+InputVideoLamp 120 1200 135 135 1410 video lamp; InputAudioLamp 480 1200 135 135 1410 audio lamp
+InputVideoButtons 0 1680 375 255 1440 video; InputAudioButtons 360 1680 375 255 1440 audio
+OutputNumberLabel 0 4080 735 255 2160; OutputVidAudButtons 0 4680 735 255 2160 video and audio
+OutputVideoIndicator 120 4440 135 135 2160 video lamp; OutputAudioIndicator 480 4440 135 135 2160 audio lamp
+OutputVideoButtons 0 4920 375 255 2160 video; OutputAudioButtons 360 4920 375 255 2160 audio
+InputVideoConnected 0 5160 375 285 2160 video source; InputAudioConnected 360 5160 375 285 2160 audio source
+OutputVolumeValue 0 5400 735 285 2160 volume; MuteButton 0 5760 735 285 2160 mute
+Label2_0 240 480 0 255 r; Label2_1 210 3690 0 255 r; KVNNameLabel 240 120 5160 300
+CorvaneTypeLabel 6570 120 1005 405 b; ZarnConnectedLabel 11580 300 1635 255 r
+TakeButton 4230 8565 2535 375; ClearButton 7050 8565 2535 375; Label1 4620 9120 4560 240 b
+OutputVolumeLabel 6210 9360 1395 240 b; VolumeUpButton 5557 9765 1275 360
+VolumeDownButton 6982 9765 1275 360; GoToPresets 240 9615 1575 555; ExitButton 12150 9675 1575 495)";
 // clang-format on
 
-template <class Widget = QWidget> Widget *on(const std::string &name) {
-    return ProgramFixture::part<Widget>(Panel, name);
-}
+QWidget *on(const std::string &name) { return ProgramFixture::part(Panel, name); }
 
 bool fits(const QWidget *control) {
     const QString text = control->property("text").toString();
@@ -65,6 +38,46 @@ bool fits(const QWidget *control) {
     const QFontMetrics metrics(control->font());
     return text.isEmpty() || (metrics.horizontalAdvance(text) + frame <= control->width() &&
                               metrics.height() <= control->height() + 2);
+}
+
+bool hasRing(const QWidget *control) {
+    const QRect at = control->geometry();
+    const QPoint middle = at.center();
+    const std::array edges{QPoint(at.left(), middle.y()), QPoint(at.right(), middle.y()),
+                           QPoint(middle.x(), at.top()), QPoint(middle.x(), at.bottom())};
+    return std::all_of(edges.begin(), edges.end(), [control](const QPoint &edge) {
+        return pixel(control->parentWidget(), edge.x(), edge.y()) == "#005fb8";
+    });
+}
+
+/// The tip that comes when the pointer rests on a control, if any.
+QWidget *tipOn(const QWidget *control) {
+    QWidget *sheet = control->parentWidget();
+    const QPoint at = control->geometry().center();
+    QWidget *under = sheet->childAt(at); // the pointer goes through a lamp
+    under = under ? under : sheet;
+    QHelpEvent rest(QEvent::ToolTip, under->mapFrom(sheet, at), sheet->mapToGlobal(at));
+    QApplication::sendEvent(under, &rest);
+    for (QWidget *tip : QApplication::topLevelWidgets()) {
+        if (tip->inherits("QTipLabel") && tip->isVisible())
+            return tip;
+    }
+    return nullptr;
+}
+
+/// What is wrong with the tip of a control.
+std::string faultOfTip(const QWidget *control) {
+    const QWidget *sheet = control->parentWidget();
+    const QWidget *tip = tipOn(control);
+    if (!tip || tip->property("text").toString() != control->toolTip())
+        return "is another one";
+    const QRect hidden(sheet->mapFromGlobal(tip->pos()), tip->size());
+    for (const QWidget *other : sheet->findChildren<QWidget *>()) {
+        const bool used = !qobject_cast<const QLabel *>(other) && other->isVisible();
+        if (used && hidden.intersects(other->geometry()))
+            return "hides " + other->objectName().toStdString();
+    }
+    return sheet->rect().contains(hidden) ? "" : "leaves the panel";
 }
 
 } // namespace
@@ -84,7 +97,6 @@ private Q_SLOTS:
         kvn.windows.refresh();
         kvn.window(Panel)->activateWindow();
         QCoreApplication::processEvents();
-        kvn.takeWritten();
     }
 
     void standsWhereItWasDesigned() {
@@ -109,45 +121,67 @@ private Q_SLOTS:
             window->resize(width, height + menu);
             QCoreApplication::processEvents();
             QCOMPARE(sheet->size(), QSize(width, height));
-            for (const Place &place : Places) {
-                for (int slot = place.secondRow == 0 ? 32 : 1; slot <= 32; ++slot) {
+            for (const QString &row : QString::fromLatin1(Places).split(
+                     QRegularExpression(QStringLiteral("[;\n]")), Qt::SkipEmptyParts)) {
+                const QStringList words = row.simplified().split(u' ');
+                const QString growth = words.value(5);
+                const int secondRow = growth.toInt();
+                for (int slot = secondRow == 0 ? 32 : 1; slot <= 32; ++slot) {
+                    std::string name = words[0].toStdString();
                     int column = (slot - 1) % 16;
-                    if (slot > 16 && place.spoken == std::string("mute")) // out of step
+                    if (slot > 16 && name == "MuteButton") // out of step
                         column = slot <= 24 ? 32 - slot : slot - 25;
-                    std::string name = place.name;
-                    QRectF twips(place.x, place.y, place.width, place.height);
-                    if (place.secondRow != 0) {
+                    QRectF place(words[1].toInt(), words[2].toInt(), words[3].toInt(),
+                                 words[4].toInt());
+                    if (secondRow != 0) {
                         name += "_" + std::to_string(slot);
-                        twips.translate(240 + 840 * column, slot > 16 ? place.secondRow : 0);
+                        place.translate(240 + 840 * column, slot > 16 ? secondRow : 0);
                     }
-                    const QRect at = on(name)->geometry();
-                    const double more = std::max(0.0, at.width() * 15 / scale - twips.width());
-                    if (place.growth != '-')
-                        twips.adjust(place.growth == 'b' ? -more / 2 : 0, 0,
-                                     place.growth == 'b' ? more / 2 : more, 0);
-                    const QRectF off(at.x() - left - twips.x() * scale / 15,
-                                     at.y() - twips.y() * scale / 15,
-                                     at.width() - twips.width() * scale / 15,
-                                     at.height() - twips.height() * scale / 15);
-                    QVERIFY2(std::abs(off.x()) <= 1 && std::abs(off.y()) <= 1 &&
-                                 std::abs(off.width()) <= 1 && std::abs(off.height()) <= 1,
+                    place = QTransform::fromScale(scale / 15, scale / 15).mapRect(place);
+                    QWidget *control = on(name);
+                    const QRect at = control->geometry();
+                    const double more = std::max(0.0, at.width() - place.width());
+                    if (growth == u'r' || growth == u'b')
+                        place.setWidth(place.width() + more);
+                    place.translate(growth == u'b' ? left - more / 2 : left, 0);
+                    QVERIFY2(std::abs(at.x() - place.x()) <= 1 &&
+                                 std::abs(at.y() - place.y()) <= 1 &&
+                                 std::abs(at.width() - place.width()) <= 1 &&
+                                 std::abs(at.height() - place.height()) <= 1 && fits(control),
                              name.c_str());
-                    QVERIFY2(fits(on(name)), name.c_str());
-                    const bool input = place.y < 4000;
-                    QCOMPARE(on(name)->accessibleName().toStdString(),
-                             !*place.spoken
-                                 ? ""
-                                 : (input ? "Input " : "Output ") +
-                                       std::to_string((input ? slot : 33 - slot) + shown) + " " +
-                                       place.spoken);
+                    const bool input = words[2].toInt() < 4000;
+                    const QString spoken = QStringLiteral("%1 %2 ")
+                                               .arg(QLatin1String(input ? "Input" : "Output"))
+                                               .arg((input ? slot : 33 - slot) + shown) +
+                                           words.mid(6).join(u' ');
+                    QCOMPARE(control->accessibleName(), words.size() > 6 ? spoken : QString());
+                    if (secondRow != 0 && slot % 16 > 1)
+                        continue;
+                    if (control->focusPolicy() != Qt::NoFocus && control->isVisible()) {
+                        control->setFocus();
+                        QVERIFY2(hasRing(control), name.c_str());
+                    }
+                    for (int output = 1; name == "TakeButton" && output <= 32; ++output)
+                        kvn.click(Panel, "OutputVidAudButtons_" + std::to_string(output));
+                    if (name == "TakeButton" || words.size() > 6)
+                        QCOMPARE(name + " " + faultOfTip(control), name + " ");
                 }
             }
+            kvn.click(Panel, "ClearButton");
             shown += 100;
         }
+        const QWidget *last = tipOn(on("TakeButton"));
+        tipOn(on("ExitButton"));
+        QTRY_VERIFY(!last->isVisible());
         window->resize(1862, 1380 + menu);
+        kvn.click(Panel, "InputVideoAudioButtons_3");
+        for (const int slot : {3, 4}) { // the mark of what is picked
+            auto *button = on("InputVideoAudioButtons_" + std::to_string(slot));
+            const QColor inside(QString::fromStdString(pixel(button, button->width() / 2, 3)));
+            QCOMPARE(inside.lightness() < 80, slot == 3);
+        }
         QVERIFY(QFontInfo(on("TakeButton")->font()).pixelSize() >= 18);
         QVERIFY(on("TakeButton")->font().bold() && !on("ClearButton")->font().bold());
-        QVERIFY(pixel(sheet, 24, 120) != pixel(sheet, 6, 120)); // a card
         view.status.caption = "Connected to an address that is longer than there is room for";
         window->resize(931, 690 + menu);
         kvn.windows.refresh();
@@ -155,19 +189,35 @@ private Q_SLOTS:
         QVERIFY(on("ZarnConnectedLabel")->geometry().right() < 931);
     }
 
-    void showsNamesAsTheyAre() {
-        auto *label = on<QLabel>("KVNNameLabel");
+    void showsTextsAsTheyAre() {
+        auto *label = qobject_cast<QLabel *>(on("KVNNameLabel"));
         for (const std::string &name :
              {std::string("<b>A</b> & &lt; <i>"), std::string(200, 'W')}) {
             view.KVNNameLabel = {.text = name};
             kvn.windows.refresh();
             QCOMPARE(label->textFormat(), Qt::PlainText);
-            QCOMPARE(QTextDocumentFragment::fromHtml(label->toolTip()).toPlainText().toStdString(),
-                     name);
+            QCOMPARE(hints(label), name + "/");
             QVERIFY(fits(label));
             const std::string shown = label->text().toStdString();
             QVERIFY(name.size() < 200 ? shown == name : shown.ends_with("W\u2026"));
         }
+    }
+
+    void tellsWhatThePointerWouldShow() {
+        const auto told = [](const std::string &name) { return hints(on(name)); };
+        kvn.click(Panel, "InputAudioButtons_5");
+        kvn.click(Panel, "OutputAudioButtons_7");
+        checkRows({{"TakeButton", "Input 5 to output 7, audio/Input 5 to output 7, audio"},
+                   {"InputAudioLamp_5", "Input 5: video to output 5, audio to output 5/lit"}},
+                  told);
+        kvn.click(Panel, "TakeButton");
+        view.InputVideoConnected[3].text = "<b>";
+        const std::string seven = "video from input 7, audio from input 5, volume -20, not muted";
+        const std::string three = "video from input <b>, audio from input 3, volume -20, not muted";
+        kvn.windows.refresh();
+        checkRows({{"MuteButton_7", "Output 7: " + seven + "/" + seven},
+                   {"MuteButton_3", "Output 3: " + three + "/" + three}},
+                  told);
     }
 
     void isMinimisedForThePresets() {

@@ -14,7 +14,8 @@
 
 /// The colour of one pixel of a widget, as "#rrggbb".
 inline std::string pixel(QWidget *widget, int x, int y) {
-    return widget->grab().toImage().pixelColor(x, y).name().toStdString();
+    const QImage image = widget->grab(QRect(x, y, 1, 1)).toImage();
+    return image.pixelColor(0, 0).name().toStdString();
 }
 
 /// What a control looks like: its text, hidden, greyed, and of buttons and lamps the colour.
@@ -32,23 +33,6 @@ inline std::string look(QWidget *widget) {
     else if (dynamic_cast<Lamp *>(widget))
         all += pixel(widget, widget->width() / 2, widget->height() / 2) == "#14963c" ? " lit" : "";
     return all;
-}
-
-/// What it should look like.
-inline std::string wanted(QWidget *widget, const Control &control) {
-    static constexpr const char *Faces[] = {" #e0e0e0", " #ff8080", " #d6f1c2", " #f7a69d",
-                                            " #d6f1c2"};
-    const bool hasText = widget->property("text").isValid() || widget->inherits("QGroupBox");
-    std::string all = hasText ? QString::fromLatin1(control.text).toStdString() : "";
-    all += control.visible ? "" : " hidden";
-    all += control.enabled ? "" : " greyed";
-    if (widget->inherits("QPushButton"))
-        return all + (widget->isEnabled() && widget->isVisible()
-                          ? Faces[static_cast<int>(control.face)]
-                          : "");
-    return all + (control.lit && (widget->inherits("QRadioButton") || dynamic_cast<Lamp *>(widget))
-                      ? " lit"
-                      : "");
 }
 
 /// What the pointer shows at a widget, and what is spoken of it.
