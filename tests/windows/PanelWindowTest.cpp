@@ -5,7 +5,7 @@
 #include <QMouseEvent>
 #include <QTransform>
 
-#include <cmath>
+#include <set>
 
 namespace {
 
@@ -32,6 +32,8 @@ VolumeDownButton 6982 9765 1275 360; GoToPresets 240 9615 1575 555; ExitButton 1
 
 QWidget *on(const std::string &name) { return ProgramFixture::part(Panel, name); }
 
+constexpr QMarginsF Slack(1.01, 1.01, 1.01, 1.01); ///< of places that are rounded to pixels
+
 bool fits(const QWidget *control) {
     const QString text = control->property("text").toString();
     const int frame = control->inherits("QLineEdit") ? 4 : 2;
@@ -41,13 +43,11 @@ bool fits(const QWidget *control) {
 }
 
 bool hasRing(const QWidget *control) {
-    const QRect at = control->geometry();
-    const QPoint middle = at.center();
-    const std::array edges{QPoint(at.left(), middle.y()), QPoint(at.right(), middle.y()),
-                           QPoint(middle.x(), at.top()), QPoint(middle.x(), at.bottom())};
-    return std::all_of(edges.begin(), edges.end(), [control](const QPoint &edge) {
-        return pixel(control->parentWidget(), edge.x(), edge.y()) == "#005fb8";
-    });
+    const QImage seen = control->parentWidget()->grab(control->geometry()).toImage();
+    const int right = seen.width() - 1, bottom = seen.height() - 1;
+    return std::set{seen.pixel(0, bottom / 2), seen.pixel(right, bottom / 2),
+                    seen.pixel(right / 2, 0),
+                    seen.pixel(right / 2, bottom)} == std::set{qRgb(0, 95, 184)};
 }
 
 /// The tip that comes when the pointer rests on a control, if any.
@@ -139,21 +139,19 @@ private Q_SLOTS:
                     }
                     place = QTransform::fromScale(scale / 15, scale / 15).mapRect(place);
                     QWidget *control = on(name);
-                    const QRect at = control->geometry();
+                    const QRectF at = control->geometry();
                     const double more = std::max(0.0, at.width() - place.width());
                     if (growth == u'r' || growth == u'b')
                         place.setWidth(place.width() + more);
                     place.translate(growth == u'b' ? left - more / 2 : left, 0);
-                    QVERIFY2(std::abs(at.x() - place.x()) <= 1 &&
-                                 std::abs(at.y() - place.y()) <= 1 &&
-                                 std::abs(at.width() - place.width()) <= 1 &&
-                                 std::abs(at.height() - place.height()) <= 1 && fits(control),
+                    QVERIFY2((place + Slack).contains(at) && (at + Slack).contains(place) &&
+                                 fits(control),
                              name.c_str());
                     const bool input = words[2].toInt() < 4000;
-                    const QString spoken = QStringLiteral("%1 %2 ")
-                                               .arg(QLatin1String(input ? "Input" : "Output"))
-                                               .arg((input ? slot : 33 - slot) + shown) +
-                                           words.mid(6).join(u' ');
+                    const QString spoken = QStringLiteral("%1put %2 %3")
+                                               .arg(QLatin1String(input ? "In" : "Out"))
+                                               .arg((input ? slot : 33 - slot) + shown)
+                                               .arg(words.mid(6).join(u' '));
                     QCOMPARE(control->accessibleName(), words.size() > 6 ? spoken : QString());
                     if (secondRow != 0 && slot % 16 > 1)
                         continue;
@@ -204,20 +202,16 @@ private Q_SLOTS:
     }
 
     void tellsWhatThePointerWouldShow() {
-        const auto told = [](const std::string &name) { return hints(on(name)); };
         kvn.click(Panel, "InputAudioButtons_5");
         kvn.click(Panel, "OutputAudioButtons_7");
-        checkRows({{"TakeButton", "Input 5 to output 7, audio/Input 5 to output 7, audio"},
-                   {"InputAudioLamp_5", "Input 5: video to output 5, audio to output 5/lit"}},
-                  told);
-        kvn.click(Panel, "TakeButton");
         view.InputVideoConnected[3].text = "<b>";
-        const std::string seven = "video from input 7, audio from input 5, volume -20, not muted";
-        const std::string three = "video from input <b>, audio from input 3, volume -20, not muted";
         kvn.windows.refresh();
-        checkRows({{"MuteButton_7", "Output 7: " + seven + "/" + seven},
-                   {"MuteButton_3", "Output 3: " + three + "/" + three}},
-                  told);
+        const std::string output =
+            "video from input <b>, audio from input 3, volume -20, not muted";
+        checkRows({{"TakeButton", "Input 5 to output 7, audio/Input 5 to output 7, audio"},
+                   {"InputAudioLamp_5", "Input 5: video to output 5, audio to output 5/lit"},
+                   {"MuteButton_3", "Output 3: " + output + "/" + output}},
+                  [](const std::string &name) { return hints(on(name)); });
     }
 
     void isMinimisedForThePresets() {
