@@ -1,5 +1,5 @@
 #include "QtFileStore.h"
-#include "support/toString.h"
+#include "support/rows.h"
 
 #include <QTemporaryDir>
 

@@ -5,8 +5,7 @@
 #include "QtSerialPort.h"
 #include "QtTcpSocket.h"
 #include "machine/LinkError.h"
-#include "support/failureOf.h"
-#include "support/toString.h"
+#include "support/rows.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>

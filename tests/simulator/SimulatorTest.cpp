@@ -1,7 +1,7 @@
 #include "protocol/ModelCatalogue.h"
 #include "simulator/FileDescriptor.h"
 #include "simulator/UnitPort.h"
-#include "support/checkRows.h"
+#include "support/rows.h"
 
 #include <QElapsedTimer>
 #include <QProcess>

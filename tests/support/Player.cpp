@@ -22,6 +22,7 @@ const std::string UnitB = "KVN NAME = B\r\nKVN TYPE = ETHER\r\nKVN IP = 192.168.
 const Rows Shorter{
     {"CFG ?\r\n", "CFG;"}, {"STA O A\rSTA O A\r", "Q"}, {"\r", ";"}, {"CFG;Q", "#"},
     {"Please make sure the Zarn is connected to the Comm Port ", "reminder "},
+    {" failed: the port was opened or closed meanwhile.", " failed meanwhile"}, {"Connecting to 10.11.12.13", "dialling"},
     {" Cable before proceeding!", ""}, {"Not Connected", "down"}, {"Connected on ", "on "},
     {"Connected to ", "to "}, {"Connect to ...", "idle"}, 
     {"Connecting to 10.0.0.5", "dialling"}, {"Found Comm Ports", "found"},
@@ -71,6 +72,11 @@ std::string shortened(std::string text) {
     return text;
 }
 
+/// "_" is a blank there, "^" the end of a line, "|" half of it.
+std::string unmarked(const std::string &text) {
+    return replaced(replaced(replaced(text, "_", " "), "^", "\r\n"), "|", "\r");
+}
+
 /// The letters of the flags that are set, "-" for the others.
 std::string marks(std::initializer_list<std::pair<char, bool>> flags) {
     std::string text;
@@ -107,11 +113,13 @@ Player::Player(bool network)
               {"box", views.messages.plainBox.form, program.messages.plainBox()},
               {"question", views.messages.dlgYesNo.form, program.messages.dlgYesNo()}} {
     // clang-format on
+    program.start();
     serialPort.facts[1].adapter = "FTDI";
     serialPort.facts[8].presence = SerialDeviceFacts::Presence::There;
     serialPort.failures[8] = LinkFailure::NotPermitted;
     serialPort.holderName = "minicom";
     pump.eachTurn = [this] { turn(); };
+    serialPort.wire.pieceDelay = 0.0625;
     pump.show = [this] { noteStatus(); };
     for (FakeWire *wire : {&serialPort.wire, &socket.wire})
         wire->device = [this, unitAnswer = wire->device](std::string_view command) {
@@ -124,6 +132,9 @@ Player::Player(bool network)
 void Player::play(const std::string &script) {
     std::istringstream words(script);
     std::optional<double> due;
+    const auto run = [this](const std::string &word) {
+        see(shortened(failureOf<std::runtime_error>([&] { act(word); })));
+    };
     for (std::string word; words >> word;) {
         const auto colon = word.find(':');
         const auto group = [this, text = replaced(word.substr(colon + 1), "/", " ")] {
@@ -138,9 +149,9 @@ void Player::play(const std::string &script) {
         else if (word[0] == '~')
             onceSeen.emplace(word.substr(1, colon - 1), group);
         else if (due)
-            pump.in(std::exchange(*due, *due + 0.1), [this, word] { act(word); });
+            pump.in(std::exchange(*due, *due + 0.1), [run, word] { run(word); });
         else
-            act(word);
+            run(word);
     }
     if (due)
         pump.runFor(200.0, [] { return false; });
@@ -207,8 +218,17 @@ void Player::act(const std::string &word) {
     dlgControlExisting &units = program.unitsForm;
     dlgPresets &presets = program.panelForm.presetsForm();
     Messages &user = program.messages;
+    LinkState &link = program.link;
+    UnitTalk &talk = program.talk;
     const auto &ports = views.connect.SerialPortsCombo.entries;
     std::string text;
+    const auto reply = [&](const std::string &known) {
+        const ExchangeState &exchange = program.unit.exchange;
+        const std::size_t size = exchange.ResponseText.size();
+        return size > 1000 ? std::to_string(size) + " bytes"
+                           : std::to_string(exchange.ReplyStatus) + known + "'" +
+                                 shortened(exchange.ResponseText) + "'";
+    };
     // clang-format off
     const std::map<std::string, std::function<void()>> acts{
         // The start window; all the way from there to an open panel.
@@ -250,19 +270,50 @@ void Player::act(const std::string &word) {
         {"ok", [&] { act("-message"); }}, {"yes", [&] { user.answer(true); }},
         {"no", [&] { user.answer(false); }}, {"message", [&] { onMessage = rest; }},
         {"question", [&] { onQuestion = rest; }},
-        // The links: the device goes, these ports open, the host's manner; what is replied, late
-        // enough for the wait that follows or well again.
+        // The links themselves, opened as the dialog does it, and what the program does to them. "link"
+        // opens both and uses one, for a unit of which other things are known; then time counts anew.
+        {"link", [&] { program.unit.model.ModelDescription = "before";
+                       program.unit.model.NumInputs = 32, program.unit.model.NumOutputs = 2;
+                       program.unit.routing.Outputs.fill({"9", 'a', 'U', "b", 'c', "-7", "3", 'd', "4"});
+                       play("pick7 setup use=" + std::string(1, own())), start = pump.now(); }},
+        {"use", [&] { link.LinkKind = rest[0]; }},
+        {"pick", [&] { link.LinkKind = SerialLinkKind, program.serial.OpenSerialPort(number); }},
+        {"setup", [&] { link.LinkKind = NetworkLinkKind, link.RemoteIPAddress = "10.11.12.13";
+                        program.network.SetupConnectIP(); }},
+        {"test", [&] { program.serial.TestCommPort(number); }}, {"reopen", [&] { talk.OpenLink(); }},
+        {"shut", [&] { talk.CloseLink(); }}, {"disconnect", [&] { talk.DisconnectLink(); }},
+        {"send", [&] { talk.SendCommand(unmarked(rest) + "\r"); }},
+        {"cmd", [&] { talk.SendCommandGetResponse(unmarked(rest) + "\r"); see(reply("")); }},
+        {"config", [&] { talk.GetParseConfiguration();
+                         see(reply(" " + program.unit.model.ModelDescription)); }},
+        {"status", [&] { talk.RequestOutputStatus(program.aboutForm);
+                         for (int output = 1; output <= 3; ++output) {
+                             const OutputStatusRecord &record = program.unit.routing.Outputs[output];
+                             see(record.OutputNumberText + record.MuteFlag + record.VolumeText + "/" +
+                                 record.AudioInputText + "/" + record.VideoInputText);
+                         } }},
+        // An action of the user, whose form closes; the program ends.
+        {"guard", [&] { program.guard.run(program.aboutForm, [&] { act(rest); }); }},
+        {"leave", [&] { program.aboutForm.unload(); }}, {"end", [&] { pump.end(); }},
+        // The machine: the device or peer goes, or does not tell so; these ports open, COM7 is another
+        // device, takes nothing more; the host's manner, seconds to its answer, bytes until it closes,
+        // seconds to send; what is replied, how late, in pieces of how many bytes, or well again.
         {"lose", [&] { overNetwork ? socket.peerCloses() : serialPort.vanish(); }},
-        {"network", [&] { overNetwork = true; }}, {"slow", [&] { socket.connectDelay = 2.5; }},
+        {"drop", [&] { overNetwork ? socket.close() : serialPort.close(); }},
+        {"network", [&] { overNetwork = rest.empty(); }}, {"swap", [&] { serialPort.devices[7] = "another"; }},
+        {"fails", [&] { serialPort.writeLimit = 0; }}, {"slow", [&] { socket.connectDelay = std::stod(rest); }},
+        {"takes", [&] { socket.closesAfter = number; }}, {"sending", [&] { socket.sendDelay = std::stod(rest); }},
+        {"forget", [&] { link.IPConnectedFlag = false; }},
+        {"split", [&] { serialPort.wire.split = socket.wire.split = std::stoul(rest); }},
         {"ports", [&] { serialPort.present.clear();
                         std::istringstream list(replaced(rest, ",", " "));
                         for (int port = 0; list >> port;) serialPort.present.insert(port); }},
         {"host", [&] { socket.host = static_cast<FakeTcpSocket::Host>(number); }},
-        {"raw", [&] { replies[""] = rest; }}, {"CFG", [&] { replies[verb] = rest; }},
+        {"raw", [&] { replies[""] = unmarked(rest); }}, {"endless", [&] { replies[""] = "\r\nOk" + std::string(3'000'000, 'x'); }}, {"CFG", [&] { replies[verb] = rest; }},
         {"silent", [&] { replies["STA"].clear(); }},
         {"STA", [&] { replies[verb] = "\r\nSTA O A\r\n  Output 1 (A," + rest + ")\r\n"; }},
         {"VOL", [&] { replies["VOL L 1?"] = "\r\nVOL L 1 " + rest + "\r\n"; }},
-        {"late", [&] { serialPort.wire.delay = 0.35, socket.wire.delay = 0.9; }},
+        {"late", [&] { serialPort.wire.delay = socket.wire.delay = std::stod(rest) * second; }},
         {"well", [&] { replies.clear(), serialPort.wire.delay = socket.wire.delay = 0.01; }},
         // Another unit; a level that it reports.
         {"model", [&] { play("exit"), unit = Unit({.model = "KVN-" + rest}), play("open"); }},
@@ -275,7 +326,7 @@ void Player::act(const std::string &word) {
         {"read", [&] { files.readFailure = rest; }},
         // Time passes; what was sent is forgotten.
         {"note", [&] { takeWritten(); }},
-        {"wait", [&] { pump.runFor(5.0, [] { return false; }); }}};
+        {"wait", [&] { pump.runFor(rest.empty() ? 5.0 : std::stod(rest) * second, [] { return false; }); }}};
     // clang-format on
     acts.at(verb)();
 }
@@ -305,6 +356,18 @@ std::string Player::look(const std::string &what) {
                        text += (port ? "o" : "") + std::string(connected ? "o" : "");
                        return text + (link.SerialPortOpen == port &&
                                       link.IPLinkOpenFlag == connected ? "" : "!"); }},
+        // Whether the link in use is its own, that link and the other: "?" where a flag differs.
+        {"state", [&] { text = link.LinkKind == own() ? "=" : look("kind");
+                        const bool up = link.IPLinkOpenFlag && link.IPConnectedFlag && connected;
+                        const bool any = link.IPLinkOpenFlag || link.IPConnectedFlag || connected;
+                        text += link.SerialPortOpen != port ? '?' : port ? '+' : '-';
+                        text += up ? '+' : any ? '?' : '-';
+                        if (overNetwork) std::swap(text[1], text[2]);
+                        return text; }},
+        {"time", [&] { std::ostringstream stream; stream << (pump.now() - start) / second; return stream.str(); }},
+        {"log", [&] { for (const std::string &line : serialPort.log) text += (text.empty() ? "" : " ") + line;
+                      return text; }},
+        {"progress", [&] { return (link.IPConnectingFlag ? "now " : "") + shortened(views.connect.Label2.text); }},
         {"caption", [&] { return shortened(views.main.status.caption); }},
         {"kind", [&] { return link.LinkKind == NoLinkKind ? "-" : std::string(1, link.LinkKind); }},
         {"flags", [&] { return marks({{'I', link.IPConnectingFlag}, {'F', link.FindingPortsFlag},

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "Program.h"
 #include "panel/PanelControls.h"
-#include "support/TestProgram.h"
-#include "support/checkRows.h"
-
-using Rows = std::vector<std::array<std::string, 2>>;
+#include "support/FakeMachine.h"
+#include "support/rows.h"
 
 /// The program and a user who plays words: what is clicked, typed or closed, what happens to the
 /// machine, and what is looked at. Player.cpp lists them. A word may end in a number, or in "=" and
@@ -13,9 +12,12 @@ using Rows = std::vector<std::array<std::string, 2>>;
 ///     ~splash:again        as soon as that form is seen; ~search when the first port is found
 ///     & find @3 serial ok  all words from here on, 0.1 s after each other, even in each other's
 ///                          waits; "@3" moves the time on; then 200 s pass
-class Player : public TestProgram {
+class Player : public FakeMachine {
 public:
     explicit Player(bool network = false);
+
+    Program program{services()};
+    Views &views = program.views;
 
     /// What was said, as it came - {message}, [plain box], <question>, the status of the saved
     /// units with "*" in a grey frame - and what was looked at. What is long there is shortened.
@@ -54,6 +56,9 @@ private:
     std::multimap<std::string, std::function<void()>> onceSeen; ///< by form
     std::map<std::string, std::string>
         replies; ///< to commands that begin so, instead of the unit's
+    [[nodiscard]] char own() const { return overNetwork ? NetworkLinkKind : SerialLinkKind; }
+
+    double start = pump.now();
     std::string onMessage = "-message";
     std::string onQuestion = "yes";
     std::array<int, 3> said{}; ///< messages, plain boxes and questions that are in the log

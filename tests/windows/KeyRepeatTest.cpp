@@ -1,5 +1,5 @@
 #include "support/ProgramFixture.h"
-#include "support/checkRows.h"
+#include "support/rows.h"
 
 #include <QKeyEvent>
 #include <QtTest/QtTest>

@@ -1,7 +1,7 @@
 #include "Navigation.h"
 
 #include "PanelLayout.h"
-#include "support/checkRows.h"
+#include "support/rows.h"
 
 #include <QtTest/QtTest>
 

@@ -1,5 +1,5 @@
 #include "look.h"
-#include "support/checkRows.h"
+#include "support/rows.h"
 
 #include <QHelpEvent>
 #include <QMouseEvent>

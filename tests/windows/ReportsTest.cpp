@@ -1,5 +1,5 @@
 #include "hands.h"
-#include "support/checkRows.h"
+#include "support/rows.h"
 
 #include <QApplication>
 #include <QTextDocument>

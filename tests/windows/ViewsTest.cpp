@@ -1,6 +1,6 @@
 #include "hands.h"
 #include "panel/PanelControls.h"
-#include "support/toString.h"
+#include "support/rows.h"
 
 #include <QAccessible>
 #include <QMetaEnum>

@@ -58,7 +58,7 @@ private Q_SLOTS:
              "?dialog -connect", "(E 10.0.0.5 dialling .) (E 10.0.0.5 dialling ......) (E "
              "10.0.0.5 dialling .) (E 10.0.0.5 dialling ......) {no answer} (E 10.0.0.5 idle+) "
              "main down ---? ---- x12"},
-            {"slow & find call @30 ok @35 ?dialog -connect", "{no answer} (E 10.0.0.5 idle+) main "
+            {"slow2.5 & find call @30 ok @35 ?dialog -connect", "{no answer} (E 10.0.0.5 idle+) main "
              "down ---? ---- x12"},
             {"host=1 & find call @13 host=0", "main panel to 10.0.0.5 ++++o ---- # x8"},
             {"host=1 & find call @3 ethernet ?dialog @25 -connect",
@@ -203,7 +203,7 @@ private Q_SLOTS:
             {"-main +help find units start ?forms", ""},
             {"file units min back ?raised ?forms", "2 main"},
             {"+help +splash ?forms -help ?forms", "main splash help main splash"}});
-        QVERIFY(TestProgram().views.main.status == LinkStatusView{.caption = "Not Connected"});
+        QVERIFY(Player().views.main.status == LinkStatusView{.caption = "Not Connected"});
     }
 
     // A message that comes in the connection dialog closes with it, one from before stays.

@@ -1,5 +1,5 @@
 #include "forms/AddressEntry.h"
-#include "support/checkRows.h"
+#include "support/rows.h"
 
 #include <sstream>
 

@@ -143,7 +143,7 @@ private Q_SLOTS:
             {"E:@1.5:?forms find ?forms ?link", "main panel splash main panel ++++o"},
             {"E:host=1 @4:?forms find wait host=0 wait wait ?forms ?link",
              "main panel splash {failed} main panel ----"},
-            {"E:slow @2.5:-splash find wait ?forms ?link", "{failed} main panel ----"},
+            {"E:slow2.5 @2.5:-splash find wait ?forms ?link", "{failed} main panel ----"},
             {"host=2 find wait ?forms ?link", "{failed} main panel ----"},
             {"E:host=1 @2.5:-splash @2.7:?forms find host=0 wait ?forms ?link",
              "{failed} main panel main panel ----"},
@@ -201,7 +201,7 @@ private Q_SLOTS:
         checkOnBothLinks({
             {"S:raw=", "{no response} " + old}, {"E:raw=", old}, {"STA=", old},
             {"raw=\xff\x01garbage(((,,,)))", old}, {"raw=" + std::string(70000, '('), old},
-            {"late", "3|3|MUTE green|Vol -20" + two}},
+            {"late1.15", "3|3|MUTE green|Vol -20" + two}},
             "open iB3 oB1", "take ?outputs well iB3 oB2 take ?left");
     }
 

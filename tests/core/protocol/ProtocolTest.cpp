@@ -3,9 +3,7 @@
 #include "protocol/ReplyClass.h"
 #include "protocol/StatusParser.h"
 #include "protocol/Text.h"
-#include "support/DataTable.h"
-#include "support/failureOf.h"
-#include "support/toString.h"
+#include "support/rows.h"
 
 namespace {
 
