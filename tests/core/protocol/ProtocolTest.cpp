@@ -7,35 +7,6 @@
 
 namespace {
 
-/// "MODEL...: INPUTS/OUTPUTS SIGNAL FIRST/FIRST DESCRIPTION" for models that came after a count of
-/// 9/9: + with audio, - without; the slots where the inputs and the outputs begin. Names are
-/// without "KVN-"; "+A" stands for "with Audio", "-A" for "No Audio".
-constexpr auto Models =
-    R"(8x4-RGBA: 8/4 RGB+ 5/7 RGB 8 x 4 +A; 8x8-RGBA: 8/8 RGB+ 5/5 RGB 8 x 8 +A; 12x8-RGBA:
-12/8 RGB+ 3/5 RGB 12 x 8 +A; 16x8-RGBA: 16/8 RGB+ 1/5 RGB 16 x 8 +A; 16x16-RGBA:
-16/16 RGB+ 1/1 RGB 16x16 +A; 24x24-RGBA: 24/24 RGB+ 1/1 RGB 24x24 +A; 32x32-RGBA:
-32/32 RGB+ 1/1 RGB 32x32 +A; 8x4-RGB: 8/4 RGB- 5/7 RGB 8 x 4 -A; 8x8-RGB: 8/8 RGB- 5/5 RGB 8 x 8 -A;
-12x8-RGB: 12/8 RGB- 3/5 RGB 12 x 8 -A; 16x8-RGB 16x8-CA 16x8-C 16x8-SA 16x8-S: 9/9 - 0/0 ;
-16x16-RGB: 16/16 RGB- 1/1 RGB 16x16 -A; 24x24-RGB: 24/24 RGB- 1/1 RGB 24x24 -A; 32x32-RGB:
-32/32 RGB- 1/1 RGB 32x32 -A; 8x4-HDA: 8/4 HD+ 0/0 HD 8 x 4 +A; 8x8-HDA: 8/8 HD+ 0/0 HD 8 x 8 +A;
-12x8-HDA: 12/8 HD+ 0/0 HD 12 x 8 +A; 16x8-HDA: 16/8 HD+ 1/5 HD 16 x 8 +A; 16x16-HDA:
-16/16 HD+ 1/1 HD 16x16 +A; 24x24-HDA: 24/24 HD+ 1/1 HD 24x24 +A; 32x32-HDA:
-32/32 HD+ 1/1 HD 32x32 +A; 8x4-HD: 8/4 HD- 0/0 HD 8 x 4 -A; 8x8-HD: 8/8 HD- 0/0 HD 8 x 8 -A;
-12x8-HD: 12/8 HD- 0/0 HD 12 x 8 -A; 16x8-HD: 16/8 HD- 1/5 HD 16 x 8 -A; 16x16-HD:
-16/16 HD- 1/1 HD 16x16 -A; 24x24-HD: 24/24 HD- 1/1 HD 24x24 -A; 32x32-HD: 32/32 HD- 1/1 HD 32x32 -A;
-8x4-CA 8x4-C: 9/9 CV- 5/7 COMPOSITE  8 x 4 -A; 8x8-CA 8x8-C: 9/9 CV- 5/5 COMPOSITE 8 x 8 -A;
-12x8-CA 12x8-C: 9/9 CV- 3/5 COMPOSITE 12 x 8 -A; 16x16-CA 16x16-C: 9/9 CV- 1/1 COMPOSITE 16x16 -A;
-24x24-CA 24x24-C: 9/9 CV- 1/1 COMPOSITE 24x24 -A; 32x32-CA: 9/9 CV+ 1/1 COMPOSITE 32x32 +A; 32x32-C:
-9/9 CV- 1/1 COMPOSITE 32x32 -A; 8x4-SA 8x4-S: 9/9 SV- 5/7 SVIDEO  8 x 4 -A; 8x8-SA 8x8-S:
-9/9 SV- 5/5 SVIDEO 8 x 8 -A; 12x8-SA 12x8-S: 9/9 SV- 3/5 SVIDEO 12 x 8 -A; 16x16-SA 16x16-S:
-9/9 SV- 1/1 SVIDEO 16x16 -A; 24x24-SA 24x24-S: 9/9 SV- 1/1 SVIDEO 24x24 -A; 32x32-SA:
-9/9 SV+ 1/1 SVIDEO 32x32 +A; 32x32-S: 9/9 SV- 1/1 SVIDEO 32x32 -A; 24x16-RGB 24x16-RGBA:
-24/16 RGB- 1/1 RGB 24 x16 no Audio; 32x16-RGB 32x16-RGBA: 32/16 RGB- 1/1 RGB 32 x16 no Audio;
-24x16-S 24x16-SA: 24/16 SV- 1/1 SVideo 24 x16 no Audio; 32x16-S 32x16-SA:
-32/16 SV- 1/1 SVIDEO 32 x16 no Audio; 24x16-C 24x16-CA: 9/9 CV- 1/1 COMPOSITE 24x16 +A;
-32x16-C 32x16-CA: 9/9 CV- 1/1 COMPOSITE 32x16 +A; 24x16-HD 24x16-HDA: 24/16 HD- 1/1 HD 24x16 +A;
-32x16-HD 32x16-HDA: 32/16 HD- 1/1 HD 32x16 +A)";
-
 using Map = Table<int, 32>;
 
 /// The slot of number 1 in maps of numbers in a row, "*" and how many there are if it is not
@@ -47,6 +18,43 @@ std::string runOf(const Map &slotOf, const Map &numberOf, int count) {
         run = slotOf[number] == slotOf[1] + number - 1 && numberOf[slotOf[number]] == number;
     const std::string first = run ? std::to_string(slotOf[1]) : "scattered";
     return used == count || used == 0 ? first : first + "*" + std::to_string(used);
+}
+
+/// What is known after some models, "," between them. Their replies end in a new line, but for "$".
+std::string modelsOf(const std::string &models) {
+    ModelFacts facts;
+    facts.NumInputs = facts.NumOutputs = 9;
+    std::string text;
+    std::istringstream stream(models);
+    for (std::string model; std::getline(stream, model, ',');) {
+        const bool bare = model.ends_with('$');
+        const std::string reply =
+            "\r\nKVN-" + (bare ? model.substr(0, model.size() - 1) : model + "\r\n");
+        text += failureOf<RangeError>([&] { SelectModelSetup(facts, reply, 3); });
+    }
+    const int count = facts.NumInputs; // of inputs and outputs both
+    return text + (text.empty() ? "" : " ") + std::to_string(count) + "/" +
+           std::to_string(facts.NumOutputs) + " " + facts.SignalType +
+           (facts.HasAudio ? "+ " : "- ") +
+           runOf(facts.InputButtonIndex, facts.ButtonInput, count) + "/" +
+           runOf(facts.OutputButtonIndex, facts.ButtonOutput, count) + " " + facts.ModelDescription;
+}
+
+/// Where a report of two outputs begins, and what of it is known then.
+std::string recordsOf(const std::string &report) {
+    RoutingState routing;
+    routing.Outputs.fill({"7", 'a', 'x', "old", 'c', "vol", "aud", 'd', "vid"});
+    const int start = FindStatusStart(report);
+    ParseOutputStatus(routing, report, start, 2);
+    std::ostringstream text;
+    text << start << ' ';
+    for (const int output : {1, 2}) {
+        const OutputStatusRecord &got = routing.Outputs[output];
+        text << got.OutputNumberText << '/' << got.FieldA << '/' << got.MuteFlag << '/'
+             << got.FieldB << '/' << got.FieldC << '/' << got.VolumeText << '/'
+             << got.AudioInputText << '/' << got.FieldD << '/' << got.VideoInputText << ' ';
+    }
+    return text.str() + (routing.Outputs[3].OutputNumberText == "7" ? "" : "and more");
 }
 
 } // namespace
@@ -78,84 +86,62 @@ private Q_SLOTS:
         QCOMPARE(classes, std::string("50 0 0 0 0 0 0 60 60 60 60 60 60 60 60 "));
     }
 
-    void models_data() {
-        const DataTable<std::string> row("facts");
-        const auto text = QByteArray(Models).replace('\n', ' ').replace("+A", "with Audio");
-        for (const QByteArray &line : QByteArray(text).replace("-A", "No Audio").split(';')) {
-            const auto colon = line.indexOf(':');
-            for (const QByteArray &model : line.first(colon).trimmed().split(' '))
-                row("KVN-" + model + "\r\n", line.sliced(colon + 2).toStdString());
-        }
-        row("KVN-16x8-RGB", "16/8 RGB- 1/5 RGB 16 x 8 No Audio");
-        row("KVN-16x8-C", "9/9 CV+ 1/5 COMPOSITE 16 x 8 with Audio");
-        row("KVN-16x8-S", "9/9 SV- 1/5 SVIDEO 16 x 8 No Audio");
-        row("KVN-8x4-RGBAx", "8/4 RGB+ 5/7 RGB 8 x 4 with Audio");
-        for (const char *reply : {"KVN-16x8-SA", "KVN-16x8-RGB ", "kvn-8x4-rgb", "KVN-9x9-RGB", ""})
-            row(reply, "9/9 - 0/0 ");
-        // One after the other: what a model does not set stays, and so does all if it does not fit.
-        row("KVN-32x32-RGBA,KVN-8x4-HD", "8/4 HD- 1*32/1*32 HD 8 x 4 No Audio");
-        row("KVN-32x32-RGBA,KVN-8x4-RGB", "8/4 RGB- scattered*32/scattered*32 RGB 8 x 4 No Audio");
-        row("KVN-32x16-RGB,KVN-8x4-C", "ButtonInput has no index 33 (0 to 32) "
-                                       "32/16 RGB- 1/1 RGB 32 x16 no Audio");
-        row("KVN-32x16-RGB,KVN-16x8-S", "ButtonOutput has no index 33 (0 to 32) "
-                                        "32/16 RGB- 1/1 RGB 32 x16 no Audio");
-    }
+    // Replies one after the other, from a count of 9 on: what a model does not set stays, and so
+    // does all if it does not fit. The counts, the signal, + with audio, - without, the slots where
+    // the inputs and the outputs begin, the description.
     void models() {
-        ModelFacts facts;
-        facts.NumInputs = facts.NumOutputs = 9;
-        std::string text;
-        for (const QByteArray &reply : QByteArray(QTest::currentDataTag()).split(',')) {
-            const auto setUp = [&] { SelectModelSetup(facts, "\r\n" + reply.toStdString(), 3); };
-            const std::string failure = failureOf<RangeError>(setUp);
-            text = failure.empty() ? "" : failure + " ";
+        // clang-format off
+        checkRows({
+            {"8x4-RGBA", "8/4 RGB+ 5/7 RGB 8 x 4 with Audio"}, {"12x8-RGB", "12/8 RGB- 3/5 RGB 12 x 8 No Audio"},
+            {"8x8-HDA", "8/8 HD+ 0/0 HD 8 x 8 with Audio"}, {"12x8-HD", "12/8 HD- 0/0 HD 12 x 8 No Audio"},
+            {"16x8-HDA", "16/8 HD+ 1/5 HD 16 x 8 with Audio"}, {"32x32-HD", "32/32 HD- 1/1 HD 32x32 No Audio"},
+            // The size stays, a name that is longer is never seen but with 32x32, nor its audio.
+            {"8x4-C", "9/9 CV- 5/7 COMPOSITE  8 x 4 No Audio"}, {"16x16-CA", "9/9 CV- 1/1 COMPOSITE 16x16 No Audio"},
+            {"12x8-SA", "9/9 SV- 3/5 SVIDEO 12 x 8 No Audio"}, {"32x32-CA", "9/9 CV+ 1/1 COMPOSITE 32x32 with Audio"},
+            {"32x32-S", "9/9 SV- 1/1 SVIDEO 32x32 No Audio"}, {"32x32-SA", "9/9 SV+ 1/1 SVIDEO 32x32 with Audio"},
+            {"24x16-RGBA", "24/16 RGB- 1/1 RGB 24 x16 no Audio"}, {"32x16-SA", "32/16 SV- 1/1 SVIDEO 32 x16 no Audio"},
+            {"24x16-S", "24/16 SV- 1/1 SVideo 24 x16 no Audio"}, {"24x16-CA", "9/9 CV- 1/1 COMPOSITE 24x16 with Audio"},
+            {"32x16-HDA", "32/16 HD- 1/1 HD 32x16 with Audio"},
+            // These are seen at the very end of a reply only.
+            {"16x8-RGB", "9/9 - 0/0 "}, {"16x8-C", "9/9 - 0/0 "}, {"16x8-S", "9/9 - 0/0 "}, {"16x8-RGB$", "16/8 RGB- 1/5 RGB 16 x 8 No Audio"},
+            {"16x8-C$", "9/9 CV+ 1/5 COMPOSITE 16 x 8 with Audio"}, {"16x8-S$", "9/9 SV- 1/5 SVIDEO 16 x 8 No Audio"},
+            {"8x4-RGBAx", "8/4 RGB+ 5/7 RGB 8 x 4 with Audio"}, {"16x8-SA$", "9/9 - 0/0 "}, {"9x9-RGB", "9/9 - 0/0 "}, {"$", "9/9 - 0/0 "},
+            {"32x32-RGBA,8x4-HD", "8/4 HD- 1*32/1*32 HD 8 x 4 No Audio"},
+            {"32x32-RGBA,8x4-RGB", "8/4 RGB- scattered*32/scattered*32 RGB 8 x 4 No Audio"},
+            {"32x16-RGB,8x4-C", "ButtonInput has no index 33 (0 to 32) 32/16 RGB- 1/1 RGB 32 x16 no Audio"},
+            {"32x16-RGB,16x8-S$", "ButtonOutput has no index 33 (0 to 32) 32/16 RGB- 1/1 RGB 32 x16 no Audio"}}, modelsOf);
+        // clang-format on
+        for (const ModelRow &row : modelCatalogue()) {
+            const int inputs = std::stoi(std::string(row.Model.substr(4)));
+            const int outputs = std::stoi(std::string(row.Model.substr(row.Model.find('x') + 1)));
+            const int input = inputs == 8 ? 5 : inputs == 12 ? 3 : 1;
+            const int output = outputs == 4 ? 7 : outputs == 8 ? 5 : 1;
+            QVERIFY(std::pair(row.Inputs, row.Outputs) == std::pair(inputs, outputs) ||
+                    row.Inputs + row.Outputs == Unchanged);
+            QVERIFY(std::pair(row.InputFirst, row.OutputFirst) == std::pair(input, output) ||
+                    row.InputFirst + row.OutputFirst == Unchanged);
+            QVERIFY(row.Chars == 0 || row.Chars - int(row.Model.size()) ==
+                                          std::clamp(row.Chars - int(row.Model.size()), 0, 1));
         }
-        const int count = facts.NumInputs; // of inputs and outputs both
-        text += std::to_string(count) + "/" + std::to_string(facts.NumOutputs) + " " +
-                facts.SignalType + (facts.HasAudio ? "+ " : "- ") +
-                runOf(facts.InputButtonIndex, facts.ButtonInput, count) + "/" +
-                runOf(facts.OutputButtonIndex, facts.ButtonOutput, count) + " " +
-                facts.ModelDescription;
-        QTEST(text, "facts");
+        QCOMPARE(modelCatalogue().size(), 72U);
     }
 
-    void statusRecords_data() {
-        const DataTable<std::string, std::string> row("report", "records");
+    void statusRecords() {
         const std::string first = "  Output 1 (A,U,0,V,-20,3,D,5)";
         const std::string next = "\r\n  Output 2 (P,M,1,Q,5,32,R,255)\r\n";
         const std::string good = "1/A/U/0/V/-20/3/D/5 2/P/M/1/Q/5/32/R/255 ";
         const std::string none = "7/ / /old/ /vol/aud/ /vid ";
-        row("good", first + next, "10 " + good);
-        row("header", "\r\nSTA O A\r\n" + first + next, "21 " + good);
-        row("short and long texts", "  Output 32 (A,M,ab,V,0,12,D,255)" + next,
-            "10 32/A/M/ab/V/0/12/D/255 2/P/M/1/Q/5/32/R/255 ");
-        row("any separators", "  Outpxx 1 -A.U;0,V:-20,3,D 5)zzzzzzzzzzz2 (P,M,1,Q,5,32,R,255)",
-            "10 " + good);
-        // From an overlong text on, everything is read from where it does not belong.
-        row("volume -100", "  Output 1 (A,U,0,V,-100,3,D,5)" + next,
-            "10 1/A/U/0/V/vol/aud/-/vid 7/0/,/,D/5/vol/aud/\r/vid ");
-        row("number 100", "  Output 100 (A,U,0,V,-20,3,D,5)",
-            "10 7/1/0/(A/U/0/V/-/vid 7/0/3/D/5/vol/aud/ /vid ");
-        row("ends in it", "  Output 1 (A,U,0", "10 1/A/U/old/0/vol/aud/ /vid " + none);
-        row("ends after it", first, "10 1/A/U/0/V/-20/3/D/5 " + none);
-        row("no two blanks", "\r\nSTA O A", "10 " + none + none);
-        row("a blank at the very end", "STA O ", "15 " + none + none);
-    }
-    void statusRecords() {
-        QFETCH(std::string, report);
-        RoutingState routing;
-        routing.Outputs.fill({"7", 'a', 'x', "old", 'c', "vol", "aud", 'd', "vid"});
-        const int start = FindStatusStart(report);
-        ParseOutputStatus(routing, report, start, 2);
-        std::ostringstream text;
-        text << start << ' ';
-        for (const int output : {1, 2}) {
-            const OutputStatusRecord &got = routing.Outputs[output];
-            text << got.OutputNumberText << '/' << got.FieldA << '/' << got.MuteFlag << '/'
-                 << got.FieldB << '/' << got.FieldC << '/' << got.VolumeText << '/'
-                 << got.AudioInputText << '/' << got.FieldD << '/' << got.VideoInputText << ' ';
-        }
-        QTEST(text.str(), "records");
-        QCOMPARE(routing.Outputs[3].OutputNumberText, std::string("7"));
+        // clang-format off
+        checkRows({
+            {first + next, "10 " + good}, {"\r\nSTA O A\r\n" + first + next, "21 " + good},
+            {"  Output 32 (A,M,ab,V,0,12,D,255)" + next, "10 32/A/M/ab/V/0/12/D/255 2/P/M/1/Q/5/32/R/255 "},
+            {"  Outpxx 1 -A.U;0,V:-20,3,D 5)zzzzzzzzzzz2 (P,M,1,Q,5,32,R,255)", "10 " + good},
+            // From an overlong text on, everything is read from where it does not belong.
+            {"  Output 1 (A,U,0,V,-100,3,D,5)" + next, "10 1/A/U/0/V/vol/aud/-/vid 7/0/,/,D/5/vol/aud/\r/vid "},
+            {"  Output 100 (A,U,0,V,-20,3,D,5)", "10 7/1/0/(A/U/0/V/-/vid 7/0/3/D/5/vol/aud/ /vid "},
+            {"  Output 1 (A,U,0", "10 1/A/U/old/0/vol/aud/ /vid " + none}, {first, "10 1/A/U/0/V/-20/3/D/5 " + none},
+            {"\r\nSTA O A", "10 " + none + none}, {"STA O ", "15 " + none + none}}, recordsOf);
+        // clang-format on
     }
 
     void textParts() {
@@ -173,15 +159,13 @@ private Q_SLOTS:
             read += decimalText(leadingNumber(text)) + (wholeNumberText(text) ? "! " : " ");
         QCOMPARE(read, std::string("0 255! -20 -20! 12 3! 1.2 -45.5! 0.5! 0 0 0 0 "));
 
-        std::string rounded;
+        read.clear();
         for (const double value : {0.5, 1.5, 2.5, 2.51, -2.5, -3.5, 4e4, -1e9})
-            rounded += std::to_string(roundHalfToEven(value)) + " ";
-        QCOMPARE(rounded, std::string("0 2 2 3 -2 -4 32767 -32768 "));
-
-        std::string written;
+            read += std::to_string(roundHalfToEven(value)) + " ";
         for (const double value : {0.0, -0.0, 5.0, -20.0, 100.0, 2.5, -45.5, 0.1, 1e18})
-            written += decimalText(value) + " ";
-        QCOMPARE(written, std::string("0 0 5 -20 100 2.5 -45.5 0.1 1000000000000000000 "));
+            read += decimalText(value) + " ";
+        QCOMPARE(read, std::string("0 2 2 3 -2 -4 32767 -32768 "
+                                   "0 0 5 -20 100 2.5 -45.5 0.1 1000000000000000000 "));
     }
 };
 
