@@ -21,18 +21,18 @@ const std::string UnitB = "KVN NAME = B\r\nKVN TYPE = ETHER\r\nKVN IP = 192.168.
 /// What is long in a log and what stands for it.
 const Rows Shorter{
     {"CFG ?\r\n", "CFG;"}, {"STA O A\rSTA O A\r", "Q"}, {"\r", ";"}, {"CFG;Q", "#"},
-    {"Please make sure the Zarn is connected to the Comm Port ", "reminder "},
+    {"Please make sure the Zarn is connected to the Comm Port ", "!"},
     {" failed: the port was opened or closed meanwhile.", " failed meanwhile"}, {"Connecting to 10.11.12.13", "dialling"},
     {" Cable before proceeding!", ""}, {"Not Connected", "down"}, {"Connected on ", "on "},
     {"Connected to ", "to "}, {"Connect to ...", "idle"}, 
     {"Connecting to 10.0.0.5", "dialling"}, {"Found Comm Ports", "found"},
-    {"Waiting for Connection.", "connecting"}, {"Waiting for Configuration.", "asking"},
+    {"Comm1 Comm7 Comm20", "all"}, {"Waiting for Connection.", "connecting"}, {"Waiting for Configuration.", "asking"},
     {"Loading Controls.", "loading"}, {"Deleted Corvane from Disk", "deleted"},
     {"Added Corvane to Disk", "added"}, {"Setting up save", "saving"},
     {"There are no COM ports available for updating;\nClose any serial communications programs in "
      "use, or connect a USB to Serial Adapter Cable.", "no ports"},
     {"Unable to connect using that IP address, check the address and try again.", "no answer"},
-    {"Unable to get Corvane Configuration", "no configuration"},
+    {"Unable to get Corvane Configuration", "no config"},
     {"No Response Received from CommPort 7;\nPlease check cabling and Try Again ", "no response"},
     {": can be opened", "+"}, {": the device is gone", ": gone"},
     {"Plug in what is gone, then choose Serial Port again.", "plug"},
@@ -370,8 +370,8 @@ std::string Player::look(const std::string &what) {
         {"progress", [&] { return (link.IPConnectingFlag ? "now " : "") + shortened(views.connect.Label2.text); }},
         {"caption", [&] { return shortened(views.main.status.caption); }},
         {"kind", [&] { return link.LinkKind == NoLinkKind ? "-" : std::string(1, link.LinkKind); }},
-        {"flags", [&] { return marks({{'I', link.IPConnectingFlag}, {'F', link.FindingPortsFlag},
-                                      {'W', wait}, {'P', program.panel.PanelFromSavedUnits}}); }},
+        {"flags", [&] { return replaced(marks({{'I', link.IPConnectingFlag}, {'F', link.FindingPortsFlag},
+                                               {'W', wait}, {'P', program.panel.PanelFromSavedUnits}}), "-", ""); }},
         // The ports that were opened for use, and how often a host was dialled.
         {"used", [&] { for (const std::string &entry : serialPort.log)
                            if (entry.ends_with(" 38400,N,8,1"))

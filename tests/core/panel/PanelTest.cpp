@@ -13,35 +13,29 @@ private Q_SLOTS:
         const std::string first5 = " InputVideoAudioButtons_5 ---";
         checkOnBothLinks({
             {"", group16 + audio + " RGB 16x16 with Audio" + first + "L"},
-            {"model=32x32-RGBA iB5 oB7 m17 oB9 model=8x4-RGBA", "5-12 1..8" + group + ", 7-10 1..4"
-             + group + " 1..4 1..4" + audio + " RGB 8 x 4 with Audio" + first5 + "L"},
-            {"iV9 oV7 model=8x4-RGB", "5-12 1..8 o Video, 7-10 1..4 o Video o RGB 8 x 4 No Audio" +
-             first5 + "-"},
-            {"v9 iA3 model=32x32-RGB", "1-32 1..32 o Video, 1-32 1..32 o Video o RGB 32x32 No "
-             "Audio" + first + "-"},
-            {"escape iA3 model=16x16-RGBA", group16 + audio + " RGB 16x16 with Audio" + first +
-             "L"}}, "open", "?slots ?type ?volume ?left");
+            {"model=32x32-RGBA iB5 oB7 m17 oB9 model=8x4-RGBA", "5-12 1..8" + group + ", 7-10 1..4" + group + " "
+             "1..4 1..4" + audio + " RGB 8 x 4 with Audio" + first5 + "L"},
+            {"iV9 oV7 model=8x4-RGB", "5-12 1..8 o Video, 7-10 1..4 o Video o RGB 8 x 4 No Audio" + first5 + "-"},
+            {"v9 iA3 model=32x32-RGB", "1-32 1..32 o Video, 1-32 1..32 o Video o RGB 32x32 No Audio" + first + "-"},
+            {"escape iA3 model=16x16-RGBA", group16 + audio + " RGB 16x16 with Audio" + first + "L"}},
+            "open", "?slots ?type ?volume ?left");
         checkOnBothLinks({
-            {"escape", "1-16 In1..In16" + group + ", 1-16 Out1..Out16" + group + " 1..16 1..16" +
-             audio},
-            {"model=8x4-RGB iB6 oB7 take", "5-12 In1..In8 o Video, 7-10 Out1..Out4 o Video "
-             "o"}}, "open", "?slots");
+            {"escape", "1-16 In1..In16" + group + ", 1-16 Out1..Out16" + group + " 1..16 1..16" + audio},
+            {"model=8x4-RGB iB6 oB7 take", "5-12 In1..In8 o Video, 7-10 Out1..Out4 o Video o"}}, "open", "?slots");
     }
 
     void picks() {
         checkOnBothLinks({
             {"iB3", "B-- B-- iV3 iA3 oV3 oA3 ||3 3F"}, {"iV3", "-V- -V- iV3 oV3 ||3 3F"},
-            {"iA3 iA12", "--A --A iA12 oA12 ||12 12F"}, {"iB3 oB1 iB3", "BVA BVA ||"},
-            {"iV3 oV1 iV3", "BVA BVA ||"}, {"iA3 oA1 iA3", "BVA BVA ||"},
-            {"iV3 iV3 iV4", "-V- -V- iV4 oV4 ||4 4F"}, {"oV2 oV1", "-V- -V- oV1 oV2 1,2||"},
-            {"oB2 oB1", "B-- B-- oV1 oV2 oA1 oA2 1,2|1F,2F|"}, {"oA2", "--A --A oA2 2|2F|"},
-            {"oB1 oB2 oB1", "BVA BVA oV2 oA2 2|2F|"}, {"oV1 oV1", "BV- BV- ||"},
+            {"iA3 iA12", "--A --A iA12 oA12 ||12 12F"}, {"iB3 oB1 iB3", "BVA BVA ||"}, {"iV3 oV1 iV3", "BVA BVA ||"},
+            {"iA3 oA1 iA3", "BVA BVA ||"}, {"iV3 iV3 iV4", "-V- -V- iV4 oV4 ||4 4F"},
+            {"oV2 oV1", "-V- -V- oV1 oV2 1,2||"}, {"oB2 oB1", "B-- B-- oV1 oV2 oA1 oA2 1,2|1F,2F|"},
+            {"oA2", "--A --A oA2 2|2F|"}, {"oB1 oB2 oB1", "BVA BVA oV2 oA2 2|2F|"}, {"oV1 oV1", "BV- BV- ||"},
             {"oA1 oA1", "BVA BVA ||"}, {"iB3 oB1 oB1", "B-- B-- iV3 iA3 oV3 oA3 ||3 3F"},
             {"iV3 oV1 oV1", "BV- BV- iV3 oV3 ||3 3F"}, {"iA3 oA1 oA1", "BVA BVA iA3 oA3 ||3 3F"},
             {"iA3 oA1 oA1 iV4", "-V- -V- iV4 iA3 oV4 ||4 4F"}, {"iV3 oV1 oV1 escape", "BVA BVA ||"},
             {"iA3 oA1 oA2 oA2 oV4", "-V- -V- iA3 oV4 oA1 oA3 1,4|1F,4F|3 3F"},
-            {"oB1 oB2 iB3", "B-- B-- iV3 iA3 oV3 oA3 1,2|1F,2F|3 3F"},
-            {"oV2 escape oB3", "B-- B-- oV3 oA3 3|3F|"},
+            {"oB1 oB2 iB3", "B-- B-- iV3 iA3 oV3 oA3 1,2|1F,2F|3 3F"}, {"oV2 escape oB3", "B-- B-- oV3 oA3 3|3F|"},
             {"iV4 oV2 take iA4 oA9 take iB4", "B-- B-- iV4 iA4 oV2 oV4 oA4 oA9 ||4 4F"},
             {"iB1 oB10 take iB10", "B-- B-- iV10 iA10 ||10 10F"},
             {"model=8x4-RGBA iB6", "B-- B-- iV6 iA6 oV8 oA8 ||2 2F"},
@@ -52,20 +46,18 @@ private Q_SLOTS:
     // Lists outlive what they were built from.
     void takes() {
         checkOnBothLinks({
-            {"iB3 oB1 oB2", "busy Con 3(1,2)3F (1,2);Q"},
-            {"iV3 oV9 oV10 oV2", "busy Con 3(2,9,10);Q"}, {"iA16 oA2 oA5", "busy Con 16F (2,5);Q"},
-            {"oB5 oB4", "busy DIS 4,5,4F,5F;Q"}, {"oV5 oV4", "busy DIS 4,5;Q"},
-            {"oA5 oA4", "busy DIS 4F,5F;Q"}, {"iB3 oB1 oB1", "busy Con 3()3F ();Q"},
+            {"iB3 oB1 oB2", "busy Con 3(1,2)3F (1,2);Q"}, {"iV3 oV9 oV10 oV2", "busy Con 3(2,9,10);Q"},
+            {"iA16 oA2 oA5", "busy Con 16F (2,5);Q"}, {"oB5 oB4", "busy DIS 4,5,4F,5F;Q"},
+            {"oV5 oV4", "busy DIS 4,5;Q"}, {"oA5 oA4", "busy DIS 4F,5F;Q"}, {"iB3 oB1 oB1", "busy Con 3()3F ();Q"},
             {"iB3 oB1 iB3", "busy DIS ,;Q"}, {"oB1 oB2 iB3 oB4", "busy Con 3(4)3F (4);Q"},
             {"oB1 iB3", "busy Con 3(1)3F (1);Q"}, {"iB3 oB1 escape", "busy Con 3()3F ();Q"},
-            {"iB3 oB1 oB2 exit open", "busy DIS ,;Q"},
-            {"iV3 oV1 -panel open oB2", "busy DIS 2,2F;Q"}, {"iA3 oA1 find note", "busy DIS ,;Q"},
-            {"oA1 take", "busy DIS 1F;QDIS ;Q"}, {"m2 m2", "busy MUT M 2;QMUT U 2;QDIS ,;Q"},
+            {"iB3 oB1 oB2 exit open", "busy DIS ,;Q"}, {"iV3 oV1 -panel open oB2", "busy DIS 2,2F;Q"},
+            {"iA3 oA1 find note", "busy DIS ,;Q"}, {"oA1 take", "busy DIS 1F;QDIS ;Q"},
+            {"m2 m2", "busy MUT M 2;QMUT U 2;QDIS ,;Q"},
             {"model=32x32-RGBA iB32 oB31 oB10", "busy Con 32(10,31)32F (10,31);Q"},
             {"model=8x4-RGBA iB5 oB7 oB10", "busy Con 1(1,4)1F (1,4);Q"},
-            {"model=8x4-RGB iB12 oB7 oB8", "busy Con 8(1,2);Q"},
-            {"model=8x4-RGB oB9", "busy DIS 3;Q"}, {"model=8x4-RGBA m8", "busy MUT M 2;QDIS ,;Q"},
-            {"model=32x32-RGBA m17", "busy MUT M 17;QDIS ,;Q"}},
+            {"model=8x4-RGB iB12 oB7 oB8", "busy Con 8(1,2);Q"}, {"model=8x4-RGB oB9", "busy DIS 3;Q"},
+            {"model=8x4-RGBA m8", "busy MUT M 2;QDIS ,;Q"}, {"model=32x32-RGBA m17", "busy MUT M 17;QDIS ,;Q"}},
             "open", "@0.5:?take take ?sent ?left");
         // What the unit reports, and what its mute button does then.
         const std::string two = ", 2|2|MUTE green|Vol -20 MUT ";
@@ -74,33 +66,30 @@ private Q_SLOTS:
             {"STA=M,0,V,5,255,D,7", "7|NC|MUTED red|Vol 5" + two + "U 1;Q"},
             {"STA=U,0,V,2.5,3,D,255", "NC|3|MUTE green|Vol 2.5" + two + "M 1;Q"},
             {"STA=M,0,V,0,3,D,xy take STA=U,0,V,0,3,D,xy", "xy|3|MUTE green|Vol 0" + two + "M 1;Q"},
-            {"STA=M,0,V,-1,4,D,4 take STA=X,0,V,-2,3,D,7", "7|3|MUTED red|Vol -2" + two +
-             "U 1;Q"}}, "open", "take ?outputs note m1 ?sent");
+            {"STA=M,0,V,-1,4,D,4 take STA=X,0,V,-2,3,D,7", "7|3|MUTED red|Vol -2" + two + "U 1;Q"}},
+            "open", "take ?outputs note m1 ?sent");
     }
 
     void stepsTheVolume() {
         // Another click in a step does nothing. Then the level reported, the one told, the step.
         checkOnBothLinks({
-            {"@0.5:?volume/up @1.5:?volume/down up ?sent", "UDOL Wait... UDOL Wait... VOL L 1 "
-             "-19;VOL L 1?; -19,-20,-19"}, {"level=5 up", "5,-20,5"},
-            {"level=-45 down", "-45,-20,-45"},
+            {"@0.5:?volume/up @1.5:?volume/down up ?sent", "UDOL Wait... UDOL Wait... VOL L 1 -19;VOL L 1?; "
+             "-19,-20,-19"},
+            {"level=5 up", "5,-20,5"}, {"level=-45 down", "-45,-20,-45"},
             {"level=5 VOL=-17 down ?sent", "VOL L 1 4;VOL L 1?; -17,-20,-17"},
             {"level=-45 VOL=-17 up ?sent", "VOL L 1 -44;VOL L 1?; -17,-20,-17"},
             {"level=-46 VOL=-17 down ?sent", "VOL L 1 -47;VOL L 1?; -17,-20,-17"},
             {"level=6 VOL=-17 up ?sent", "VOL L 1 7;VOL L 1?; -17,-20,-17"},
             {"level=4.5 VOL=5 up ?sent", "VOL L 1 5;VOL L 1?; 5,-20,5"},
             {"level=2.5 VOL=-09.0 down ?sent", "VOL L 1 1.5;VOL L 1?; -9,-20,-9"},
-            {"VOL= up ?sent", "VOL L 1 -19;VOL L 1?; 0,-20,0"}, {"VOL=loud up", "0,-20,0"}},
-            "open v1", "?levels");
+            {"VOL= up ?sent", "VOL L 1 -19;VOL L 1?; 0,-20,0"}, {"VOL=loud up", "0,-20,0"}}, "open v1", "?levels");
         // Choosing an output, and what takes the controls away.
         checkOnBothLinks({
-            {"v2", "UDOL Output 2 volume"}, {"v1 v2 iV8", "UDOL Output 2 volume"},
-            {"v2 oV2", "---L"}, {"v2 oV8 oV9", "----"}, {"v2 oA8 oA9", "----"}, {"v2 m8", "---L"},
-            {"v2 escape", "---L"}, {"escape v2", "UDOL Output Out2 volume"}, {"v2 presets", "---L"},
-            {"step ?sent", "---L"}, {"model=8x4-RGB v8", "----"},
-            {"model=8x4-RGBA v8", "UDOL Output 2 volume"},
-            {"model=8x4-RGBA v8 up ?sent ?left", "VOL L 2 -19;VOL L 2?; UDOL Output 2 "
-             "volume"}}, "open", "?volume");
+            {"v2", "UDOL Output 2 volume"}, {"v1 v2 iV8", "UDOL Output 2 volume"}, {"v2 oV2", "---L"},
+            {"v2 oV8 oV9", "----"}, {"v2 oA8 oA9", "----"}, {"v2 m8", "---L"}, {"v2 escape", "---L"},
+            {"escape v2", "UDOL Output Out2 volume"}, {"v2 presets", "---L"}, {"step ?sent", "---L"},
+            {"model=8x4-RGB v8", "----"}, {"model=8x4-RGBA v8", "UDOL Output 2 volume"},
+            {"model=8x4-RGBA v8 up ?sent ?left", "VOL L 2 -19;VOL L 2?; UDOL Output 2 volume"}}, "open", "?volume");
         // What happens in the wait for the set or for the level of output 1.
         checkOnBothLinks({
             {"@1.5:m2 up", "-19,-20,-19 ---L"}, {"@0.5:v2 up", "-19,-20,-19 UDOL Output 2 volume"},
@@ -108,31 +97,27 @@ private Q_SLOTS:
             {"@0.5:v2/up up", "-19,-19,-19 UDOL Output 2 volume"},
             {"@0.5:v2/lose up", "{failed} -20,-20,-20 UDOL Output 2 volume"},
             {"@1.5:lose up", "-19,-20,-19 UDOL Output 1 volume"},
-            {"@2.8:lose @0.5:STA=U,0,V,-7,1,D,1/m2 up", "{failed} -7,-20,-7 ---L"}},
-            "open v1", "?levels ?volume");
+            {"@2.8:lose @0.5:STA=U,0,V,-7,1,D,1/m2 up", "{failed} -7,-20,-7 ---L"}}, "open v1", "?levels ?volume");
     }
 
     void recallsPresets() {
         checkOnBothLinks({
             {"@0.5:?presets execute", ""}, {"p1 @0.5:?presets execute", "Preset 1! PST X 1;"},
             {"p3 p32 p32 @0.5:?presets execute execute", "Preset 32! PST X 32;"},
-            {"p3 p7 ?presets p7", "Preset 7 Preset 7"}, {"p5 presets", "Preset 5"},
-            {"p5 close presets", ""}, {"p5 -presets presets @0.5:?presets execute", "! PST X 5;"},
-            {"p5 -presets exit open presets execute", "PST X 5;"},
-            {"p5 @0.5:p6 execute", "PST X 5;"},
-            {"p5 close ?forms presets p6 @0.5:?forms execute",
-             "main panel main min-panel presets PST X 6;"}, {"-panel ?forms open", "main"}},
-            "open presets", "?presets ?sent");
+            {"p3 p7 ?presets p7", "Preset 7 Preset 7"}, {"p5 presets", "Preset 5"}, {"p5 close presets", ""},
+            {"p5 -presets presets @0.5:?presets execute", "! PST X 5;"},
+            {"p5 -presets exit open presets execute", "PST X 5;"}, {"p5 @0.5:p6 execute", "PST X 5;"},
+            {"p5 close ?forms presets p6 @0.5:?forms execute", "main panel main min-panel presets PST X 6;"},
+            {"-panel ?forms open", "main"}}, "open presets", "?presets ?sent");
     }
 
     void opens() {
         checkOnBothLinks({
-            {"S:exit min file units @4:port7/-connect @9:?forms/?name/?flags/exit double0 ?forms "
-             "open ?forms ?name", "connecting* {reminder 7} asking* loading* min-main panel units "
-             "A --WP min-main min-main panel nameless"},
+            {"S:exit min file units @4:port7/-connect @9:?forms/?name/?flags/exit double0 ?forms open ?forms ?name",
+             "connecting* {!7} asking* loading* min-main panel units A WP min-main min-main panel nameless"},
             {"min exit ?forms min open -panel ?forms", "main main"},
-            {"exit @0.5:?forms @1.5:?forms @2.5:?forms open ?forms ?link",
-             "main main splash main splash main panel ++++o"},
+            {"exit @0.5:?forms @1.5:?forms @2.5:?forms open ?forms ?link", "main main splash main splash main "
+             "panel ++++o"},
             {"@0.5:-panel find ?forms", "main panel"}, {"exit ?link ?kind", "---- -"},
             // Opened again while the splash comes up.
             {"~splash:find find ?sent ?forms ?left", "CFG;# main panel"},
@@ -141,12 +126,12 @@ private Q_SLOTS:
         checkOnBothLinks({
             {"S:@0.5:ports=7 @1.5:?forms find ?forms ?link", "main panel splash main panel ++++o"},
             {"E:@1.5:?forms find ?forms ?link", "main panel splash main panel ++++o"},
-            {"E:host=1 @4:?forms find wait host=0 wait wait ?forms ?link",
-             "main panel splash {failed} main panel ----"},
+            {"E:host=1 @4:?forms find wait host=0 wait wait ?forms ?link", "main panel splash {failed} main panel "
+             "----"},
             {"E:slow2.5 @2.5:-splash find wait ?forms ?link", "{failed} main panel ----"},
             {"host=2 find wait ?forms ?link", "{failed} main panel ----"},
-            {"E:host=1 @2.5:-splash @2.7:?forms find host=0 wait ?forms ?link",
-             "{failed} main panel main panel ----"},
+            {"E:host=1 @2.5:-splash @2.7:?forms find host=0 wait ?forms ?link", "{failed} main panel main panel "
+             "----"},
             {"E:host=1 @2.5:-panel/?forms find host=0 wait ?forms ?link", "main splash main ----"},
             {"E:host=1 @2.5:-main find host=0 wait ?forms", ""}}, "open @0.5:lose");
     }
@@ -158,8 +143,7 @@ private Q_SLOTS:
                       std::array{"take", "m2", "escape"}.at(static_cast<std::size_t>(nested) % 3);
         checkOnBothLinks({
             {clicks + " take wait note ?left iV4 oV1 take ?sent ?left", "Con 4(1);Q"},
-            {"S:iB3 oB1 oB2 lose ports=7 @0:m3 take ?sent ?left",
-             "MUT M 3;QCon 3(1,2)3F (1,2);Q"}}, "open");
+            {"S:iB3 oB1 oB2 lose ports=7 @0:m3 take ?sent ?left", "MUT M 3;QCon 3(1,2)3F (1,2);Q"}}, "open");
     }
 
     void closedInAWait() {
@@ -174,10 +158,10 @@ private Q_SLOTS:
                 const std::string works = " ---- Con 3(1)3F (1);QVOL L 1 " + step + ";VOL L 1?;";
                 const std::string shown = count > 1 ? " UDOL Output Out3 volume" : " ----";
                 checkOnBothLinks({
-            {at + "-main" + then, ""}, {at + "exit" + then + next, "main" + works},
-            {at + "-panel" + then + next, "main" + works},
-            {at + "exit/open/escape/iV4/oV2/v3" + then + "?volume take ?sent exit " + next,
-             "main panel" + shown + " Con 4(2);Q" + works}}, "open");
+                    {at + "-main" + then, ""}, {at + "exit" + then + next, "main" + works},
+                    {at + "-panel" + then + next, "main" + works},
+                    {at + "exit/open/escape/iV4/oV2/v3" + then + "?volume take ?sent exit " + next, "main panel" + shown +
+                     " Con 4(2);Q" + works}}, "open");
             }
         }
     }
@@ -186,22 +170,19 @@ private Q_SLOTS:
         const std::string works = "---- Con 5(2)5F (2);Q";
         checkOnBothLinks({
             {"lose ?link take", "---- {failed} " + works}, {"lose m1", "{failed} " + works},
-            {"lose v1 up", "{failed} " + works},
-            {"lose presets p9 execute close", "{failed} " + works},
+            {"lose v1 up", "{failed} " + works}, {"lose presets p9 execute close", "{failed} " + works},
             {"@0.5:lose ?link take", "++++o {failed} Con 3(1)3F (1); " + works},
             {"@1.5:lose take", "{failed} Con 3(1)3F (1);STA O A; " + works},
-            {"@0.5:lose/presets/p9/execute take", "{failed} {failed} Con 3(1)3F (1); " +
-             works}},
-            "open iB3 oB1", "?sent ?link ?presets ports=7 exit open presets execute close iB4 iB4 "
-            "iB5 oB2 take ?sent ?left");
+            {"@0.5:lose/presets/p9/execute take", "{failed} {failed} Con 3(1)3F (1); " + works}},
+            "open iB3 oB1", "?sent ?link ?presets ports=7 exit open presets execute close iB4 iB4 iB5 oB2 take "
+             "?sent ?left");
     }
 
     void oddReplies() {
         const std::string two = ", 2|2|MUTE green|Vol -20", old = "1|1|MUTE green|Vol -20" + two;
         checkOnBothLinks({
-            {"S:raw=", "{no response} " + old}, {"E:raw=", old}, {"STA=", old},
-            {"raw=\xff\x01garbage(((,,,)))", old}, {"raw=" + std::string(70000, '('), old},
-            {"late1.15", "3|3|MUTE green|Vol -20" + two}},
+            {"S:raw=", "{no response} " + old}, {"E:raw=", old}, {"STA=", old}, {"raw=\xff\x01garbage(((,,,)))", old},
+            {"raw=" + std::string(70000, '('), old}, {"late1.15", "3|3|MUTE green|Vol -20" + two}},
             "open iB3 oB1", "take ?outputs well iB3 oB2 take ?left");
     }
 
@@ -214,8 +195,8 @@ private Q_SLOTS:
             {"", hint + " DIS ,;Q"},
             {"iB4 oB8 oB7", "Input 4 to outputs 7 and 8, video and audio iB4 oB7 oB8 Con 4(7,8)4F (7,8);Q"},
             {"iV4 oV9 oV7 oV16", "Input 4 to outputs 7, 9 and 16, video iV4 oV7 oV9 oV16 Con 4(7,9,16);Q"},
-            {"iV4 oV1 oV2 oV3 oV5 oV6 oV8 oV9 oV10", "Input 4 to outputs 1 to 3, 5, 6 and 8 to 10, "
-             "video iV4 oV1 oV2 oV3 oV5 oV6 oV8 oV9 oV10 Con 4(1,2,3,5,6,8,9,10);Q"},
+            {"iV4 oV1 oV2 oV3 oV5 oV6 oV8 oV9 oV10", "Input 4 to outputs 1 to 3, 5, 6 and 8 to 10, video iV4 oV1 "
+             "oV2 oV3 oV5 oV6 oV8 oV9 oV10 Con 4(1,2,3,5,6,8,9,10);Q"},
             {"iA16 oA2", "Input 16 to output 2, audio iA16 oA2 Con 16F (2);Q"},
             {"oA3", "Disconnect output 3, audio oA3 DIS 3F;Q"},
             {"oB2 oB1", "Disconnect outputs 1 and 2, video and audio oB1 oB2 DIS 1,2,1F,2F;Q"},
@@ -237,26 +218,21 @@ private Q_SLOTS:
             {"open ?tip=OutputAudioButtons_2", "Output 2: " + two + "|" + two},
             {"open ?tip=OutputVolumeValue_2", "Output 2: " + two + "|" + two},
             {"open ?tip=OutputVideoIndicator_2", "Output 2: " + two + "|"},
-            {"open model=32x32-RGBA v17 up m17 ?tip=MuteButton_17",
-             "Output 17: video from input 17, audio from input 17, volume -19, muted|video from "
-             "input 17, audio from input 17, volume -19, muted"},
+            {"open model=32x32-RGBA v17 up m17 ?tip=MuteButton_17", "Output 17: video from input 17, audio from "
+             "input 17, volume -19, muted|video from input 17, audio from input 17, volume -19, muted"},
             // Its box shows the level of output 5 then.
-            {"open model=8x8-RGBA v5 up exit note open ?tip=OutputVideoIndicator_5", "Output 1: "
-             "video from input 1, audio from input 1, volume -19, not muted|"},
-            {"open oA2 take ?tip=OutputVideoButtons_2", "Output 2: video from input 2, no audio, "
-             "volume -20, not muted|video from input 2, no audio, volume -20, not muted"},
-            {"silent open ?tip=InputVideoConnected_9", "{no response} Output 9: video not known, "
-             "audio not known, volume not known, mute not known|video not known, audio not known, "
-             "volume not known, mute not known"},
-            {"open model=8x4-RGB oB8 take ?tip=OutputVidAudButtons_8",
-             "Output 2: no video|no video"},
-            {"open model=8x4-RGB ?tip=OutputVolumeValue_10", "Output 4: video from input 4|video "
-             "from input 4"}, {"open model=8x4-RGB ?tip=OutputVidAudButtons_11", ""},
+            {"open model=8x8-RGBA v5 up exit note open ?tip=OutputVideoIndicator_5", "Output 1: video from input "
+             "1, audio from input 1, volume -19, not muted|"},
+            {"open oA2 take ?tip=OutputVideoButtons_2", "Output 2: video from input 2, no audio, volume -20, not "
+             "muted|video from input 2, no audio, volume -20, not muted"},
+            {"silent open ?tip=InputVideoConnected_9", "{no response} Output 9: video not known, audio not known, "
+             "volume not known, mute not known|video not known, audio not known, volume not known, mute not known"},
+            {"open model=8x4-RGB oB8 take ?tip=OutputVidAudButtons_8", "Output 2: no video|no video"},
+            {"open model=8x4-RGB ?tip=OutputVolumeValue_10", "Output 4: video from input 4|video from input 4"},
+            {"open model=8x4-RGB ?tip=OutputVidAudButtons_11", ""},
             {"open iV4 oV7 oV8 take ?tip=InputAudioButtons_4", "Input 4: " + input4 + "|" + input4},
-            {"open oB1 take ?tip=InputVideoLamp_1", "Input 1: video to no output, audio to no "
-             "output|"},
-            {"open model=8x4-RGB ?tip=InputNumberLabel_7", "Input 3: video to output 3|video to "
-             "output 3"}});
+            {"open oB1 take ?tip=InputVideoLamp_1", "Input 1: video to no output, audio to no output|"},
+            {"open model=8x4-RGB ?tip=InputNumberLabel_7", "Input 3: video to output 3|video to output 3"}});
     }
 };
 // clang-format on

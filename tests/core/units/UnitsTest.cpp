@@ -23,17 +23,14 @@ private Q_SLOTS:
         const auto unit = [](const std::string &ip) { return B + "KVN IP = " + ip + "\r\n"; };
         checkRows({
             {"", "0:"}, {Serial + unit("192.168.1.20"), "2:" + Serial + Network},
-            {B + "KVN IP = 10.0.0.5", "1:" + unit("10.0.0.5   ")},
-            {unit("1234.5.6.7"), "1:" + unit("1234.5.6.7   ")},
+            {B + "KVN IP = 10.0.0.5", "1:" + unit("10.0.0.5   ")}, {unit("1234.5.6.7"), "1:" + unit("1234.5.6.7   ")},
             {unit("12345.6.7"), "1:" + unit("1234..6.7   ")},
-            {"KVN NAME = A\rKVN TYPE = SERIAL\nKVN NAME = B\r\n\r\rKVN TYPE = ETHER\n\n", "2:" +
-             Serial + unit("")},
-            {"KVN TYPE = X\nKVN IP = 1\n\n;\nZARN IP = 1\nKVN NAME =A\nkvn name = A\n" + B, "1:" +
-             unit("9.9.9.9")}, {"KVN NAME = \nKVN TYPE = SERIAL\n" + Serial, "2:" + Serial},
+            {"KVN NAME = A\rKVN TYPE = SERIAL\nKVN NAME = B\r\n\r\rKVN TYPE = ETHER\n\n", "2:" + Serial + unit("")},
+            {"KVN TYPE = X\nKVN IP = 1\n\n;\nZARN IP = 1\nKVN NAME =A\nkvn name = A\n" + B, "1:" + unit("9.9.9.9")},
+            {"KVN NAME = \nKVN TYPE = SERIAL\n" + Serial, "2:" + Serial},
             {Network + "KVN IP = 1.2.3.4\n", "1:" + unit("1.2.3.4   ")},
             {Network + "KVN TYPE = ether\n", "1:KVN NAME = B\r\nKVN TYPE = ether\r\n"},
-            {"KVN NAME =  A \n", "1:KVN NAME =  A \r\nKVN TYPE = \r\n"},
-            {"\xEF\xBB\xBF" + Serial, "1:" + Serial},
+            {"KVN NAME =  A \n", "1:KVN NAME =  A \r\nKVN TYPE = \r\n"}, {"\xEF\xBB\xBF" + Serial, "1:" + Serial},
             {std::string("\0\xff\x80", 3) + std::string(1 << 20, 'x'), "0:"}},
             [](const std::string &text) {
                 SavedUnits units;
@@ -75,13 +72,10 @@ private Q_SLOTS:
         const std::string saved = "options OptionsCommand_0 +++--++ X//-1/-1";
         checkPlays({
             {"", "options OptionsCommand_0 +++++++ //-1/-1"}, {"add", add + "//-1/-1"},
-            {"edit unit1 unit2 go", edit + "-- //-1/-1"},
-            {"control", "Control Corvane=Control" + list},
-            {"delete", "Delete Corvane=Delete" + list},
-            {"edit unit0 kind2 kind=-1", edit + "++ /SERIAL/0/0"},
+            {"edit unit1 unit2 go", edit + "-- //-1/-1"}, {"control", "Control Corvane=Control" + list},
+            {"delete", "Delete Corvane=Delete" + list}, {"edit unit0 kind2 kind=-1", edit + "++ /SERIAL/0/0"},
             {"edit unit1 unit=-1 unit1", edit + "++ /ETHER/1/1 192.168.1.20"},
-            {"edit unit1 unit0 kind1", edit + "++ /ETHER/0/1 ..."},
-            {"edit unit1 kind0", edit + "++ /SERIAL/1/0"},
+            {"edit unit1 unit0 kind1", edit + "++ /ETHER/0/1 ..."}, {"edit unit1 kind0", edit + "++ /SERIAL/1/0"},
             {"edit unit1 kind0 kind1", edit + "++ /ETHER/1/1 192.168.1.20"},
             {"edit unit1 kind0 go edit unit1 kind1", "{saved} " + edit + "++ /ETHER/1/1 ..."},
             {"edit unit1 esc", "options OptionsCommand_0 +--++++ /ETHER/1/1 192.168.1.20"},
@@ -90,24 +84,22 @@ private Q_SLOTS:
             {"add name=X go -units units", saved}, {"save=Full. add name=X go", "{Full.} " + saved},
             {"add name=X kind1 quad0=1.2.3.4 cancel add kind1", add + "//-1/1 ..."},
             // While an operation is under way, nothing is picked and nothing begins.
-            {"delete unit0 @1:unit1 @1:kind1 @1:double1 @1:add @1:cancel @2:?operation go",
-             "<delete A ?> deleted* Delete Corvane=Delete Corvane AvailCorvanesList ---++++ "
-             "/SERIAL/0/0 deleted options OptionsCommand_0 +--++++ /SERIAL/-1/0"},
+            {"delete unit0 @1:unit1 @1:kind1 @1:double1 @1:add @1:cancel @2:?operation go", "<delete A ?> "
+             "deleted* Delete Corvane=Delete Corvane AvailCorvanesList ---++++ /SERIAL/0/0 deleted options "
+             "OptionsCommand_0 +--++++ /SERIAL/-1/0"},
             // Opened anew meanwhile: usable at once, and the old one leaves it alone.
-            {"host=1 delete unit0 @1:-units @1:units @1.5:control/unit0/go @3.5:add/?operation "
-             "@4:-connect go", "<delete A ?> deleted* deleted connecting* Control Corvane=Control "
-             "Corvane AvailCorvanesList ---++++ /ETHER/0/1 192.168.1.20 connecting Control "
-             "Corvane=Control Corvane AvailCorvanesList +--++++ /ETHER/0/1 192.168.1.20"},
-            {"delete unit0 @1:-units @1:units @2:edit/unit0 go",
-             "<delete A ?> deleted* deleted Edit Corvane=Edit Corvane AvailCorvanesList +--++++ "
+            {"host=1 delete unit0 @1:-units @1:units @1.5:control/unit0/go @3.5:add/?operation @4:-connect go",
+             "<delete A ?> deleted* deleted connecting* Control Corvane=Control Corvane AvailCorvanesList ---++++ "
+             "/ETHER/0/1 192.168.1.20 connecting Control Corvane=Control Corvane AvailCorvanesList +--++++ "
              "/ETHER/0/1 192.168.1.20"},
-            {"delete unit0 @1:-units @1:units @2:add/name=N/go go wait",
-             "<delete A ?> deleted* deleted added options OptionsCommand_0 +++--++ N//-1/-1 added"},
-            {"delete unit0 @1:-units @1:units @2:edit/unit0/?operation/go/?operation "
-             "@4:?operation go", "<delete A ?> deleted* deleted Edit Corvane=Edit Corvane "
-             "AvailCorvanesList +--++++ /ETHER/0/1 192.168.1.20 {saved} options OptionsCommand_0 "
-             "+--++++ /ETHER/0/1 192.168.1.20 options OptionsCommand_0 +--++++ /ETHER/0/1 "
-             "192.168.1.20 options OptionsCommand_0 +--++++ /ETHER/0/1 192.168.1.20"}},
+            {"delete unit0 @1:-units @1:units @2:edit/unit0 go", "<delete A ?> deleted* deleted Edit Corvane=Edit "
+             "Corvane AvailCorvanesList +--++++ /ETHER/0/1 192.168.1.20"},
+            {"delete unit0 @1:-units @1:units @2:add/name=N/go go wait", "<delete A ?> deleted* deleted added "
+             "options OptionsCommand_0 +++--++ N//-1/-1 added"},
+            {"delete unit0 @1:-units @1:units @2:edit/unit0/?operation/go/?operation @4:?operation go", "<delete "
+             "A ?> deleted* deleted Edit Corvane=Edit Corvane AvailCorvanesList +--++++ /ETHER/0/1 192.168.1.20 "
+             "{saved} options OptionsCommand_0 +--++++ /ETHER/0/1 192.168.1.20 options OptionsCommand_0 +--++++ "
+             "/ETHER/0/1 192.168.1.20 options OptionsCommand_0 +--++++ /ETHER/0/1 192.168.1.20"}},
             "file units", "?operation");
     }
 
@@ -116,67 +108,58 @@ private Q_SLOTS:
         checkPlays({
             {"add go back ?forms", "main " + both + " A B"},
             {"add name=N go go esc ?forms", "main " + both + "N:SERIAL  A B"},
-            {"add name=N kind1 quad0=10.0.0.5 quad2= go quad2=7 go", "saving* [incomplete] " + both
-             + "N:ETHER: N:ETHER:10.0.7.5  A B"},
+            {"add name=N kind1 quad0=10.0.0.5 quad2= go quad2=7 go", "saving* [incomplete] " + both + "N:ETHER: "
+             "N:ETHER:10.0.7.5  A B"},
             {"add name=N kind1 go edit unit0 go", "saving* [incomplete] {saved} " + both + " A B"},
             {"gone add name=N kind1 go add go", "saving* [incomplete] " + both + "N:ETHER:  A B N"},
             {"holds24 add name=N go", times(24, "A:SERIAL ") + "N:SERIAL " + times(24, " A")},
             {"holds25 add go", "{full} " + times(25, "A:SERIAL ") + times(25, " A")},
-            {"save=Full. add name=" + times(61, "\xE9") + " go delete question=no unit2 go",
-             "{Full.} <delete " + times(60, "\xC3\xA9") + "... ?> " + both + " A B " + times(60,
-             "\xE9") + "..."},
-            {"save=Full. add name=N go back units save= add name=N go", "{Full.} " + both +
-             "N:SERIAL N:SERIAL  A B N"},
-            {"read=Bad. start edit", "{Bad.} {Bad.} " + both + " A B"},
-            {"edit unit1 go", "{saved} " + both + " A B"},
+            {"save=Full. add name=" + times(61, "\xE9") + " go delete question=no unit2 go", "{Full.} <delete " + times(60,
+             "\xC3\xA9") + "... ?> " + both + " A B " + times(60, "\xE9") + "..."},
+            {"save=Full. add name=N go back units save= add name=N go", "{Full.} " + both + "N:SERIAL N:SERIAL  A "
+             "B N"},
+            {"read=Bad. start edit", "{Bad.} {Bad.} " + both + " A B"}, {"edit unit1 go", "{saved} " + both + " A B"},
             {"edit unit1 quad3=25 go", "{saved} A:SERIAL B:ETHER:192.168.1.25  A B"},
-            {"add name=N go edit unit2 kind1 quad0=1.2.3.4 @2.9:?operation @3.1:?operation go",
-             "{saved} options OptionsCommand_0 +--++++ /ETHER/2/1 1.2.3.4 " + both +
-             "N:ETHER:1.2.3.4  A B N"},
-            {"holds2 save=Full. edit unit1 kind1 go save= edit unit1 kind0 go",
-             "{Full.} {saved} A:SERIAL A:SERIAL  A A"},
-            {"delete unit0 @2.9:?operation @3.1:?operation go ?backup",
-             "<delete A ?> deleted* Delete Corvane=Delete Corvane AvailCorvanesList ---++++ "
-             "/SERIAL/0/0 deleted " + both + " B:ETHER:192.168.1.20    B"},
-            {"save=Full. delete unit0 go holds2 edit", "<delete A ?> {Full.} A:SERIAL A:SERIAL  A "
-             "A"}, {"delete unit0 question=no go", "<delete A ?> " + both + " A B"},
-            {"delete unit1 go question=-question delete unit0 go",
-             "<delete B ?> deleted* <delete A ?> A:SERIAL  A"},
-            {"delete unit0 question= @1:esc @2:units @3:yes go ?forms", "<delete A ?> main " + both
-             + " A B"},
-            {"delete unit0 question= @1:yes/esc go ?forms", "<delete A ?> main " + both + " A B"},
-            {"delete unit0 question= @1:yes/-question go", "<delete A ?> deleted* "
+            {"add name=N go edit unit2 kind1 quad0=1.2.3.4 @2.9:?operation @3.1:?operation go", "{saved} options "
+             "OptionsCommand_0 +--++++ /ETHER/2/1 1.2.3.4 " + both + "N:ETHER:1.2.3.4  A B N"},
+            {"holds2 save=Full. edit unit1 kind1 go save= edit unit1 kind0 go", "{Full.} {saved} A:SERIAL "
+             "A:SERIAL  A A"},
+            {"delete unit0 @2.9:?operation @3.1:?operation go ?backup", "<delete A ?> deleted* Delete "
+             "Corvane=Delete Corvane AvailCorvanesList ---++++ /SERIAL/0/0 deleted " + both + " "
              "B:ETHER:192.168.1.20    B"},
-            {"save=Full. delete unit0 go save= add name=N go", "<delete A ?> {Full.} " + both +
-             "N:SERIAL  A B"},
-            {"save=Full. add name=N go delete unit0 go edit", "{Full.} <delete A ?> {Full.} " +
-             both + " A B N"}}, "file units", "?file ?list");
+            {"save=Full. delete unit0 go holds2 edit", "<delete A ?> {Full.} A:SERIAL A:SERIAL  A A"},
+            {"delete unit0 question=no go", "<delete A ?> " + both + " A B"},
+            {"delete unit1 go question=-question delete unit0 go", "<delete B ?> deleted* <delete A ?> A:SERIAL  A"},
+            {"delete unit0 question= @1:esc @2:units @3:yes go ?forms", "<delete A ?> main " + both + " A B"},
+            {"delete unit0 question= @1:yes/esc go ?forms", "<delete A ?> main " + both + " A B"},
+            {"delete unit0 question= @1:yes/-question go", "<delete A ?> deleted* B:ETHER:192.168.1.20    B"},
+            {"save=Full. delete unit0 go save= add name=N go", "<delete A ?> {Full.} " + both + "N:SERIAL  A B"},
+            {"save=Full. add name=N go delete unit0 go edit", "{Full.} <delete A ?> {Full.} " + both + " A B N"}},
+            "file units", "?file ?list");
     }
 
     void controls() {
         const std::string panel = "connecting* asking* loading* main panel units B to "
-                                  "192.168.1.20 main ---- # x";
+                                  "192.168.1.20 main # x";
         checkPlays({
             {"control unit1 go", panel + "1"}, {"edit unit0 double1", panel + "1"},
-            {"control double2", "main units ---- x0"},
-            {"control unit1 @0:go @0:double1 @0:add @0:units go", panel + "1"},
-            {"control unit1 quad0=010 go", "connecting* asking* loading* main panel units B to "
-             "10.168.1.20 main ---- # x1"},
-            {"control unit0 @1:port7 @2:-connect go", "connecting* {reminder 7} asking* loading* "
-             "main panel units A on COM7 main ---- # 7 x0"},
-            {"control unit1 kind0 @1:?forms @1:-connect go", "connecting* main units connect main "
-             "---- x0"}, {"network open control unit1 go", panel + "2"},
-            {"open host=1 control unit1 @0:?link @1:-connect go",
-             "connecting* ---- main panel ---- 7 x1"},
-            {"host=1 control unit1 @5:esc @6:units @7:?forms/?flags @7.5:-connect go",
-             "connecting* connecting main units connect I-W- main units ---- x4"},
-            {"host=1 control unit1 @5:-main go", "connecting* I--- x3"},
-            {"host=1 control unit1 @0:-connect go", "connecting* main ---- x1"},
-            {"host=2 control unit1 @5:-connect go", "connecting* {no answer} main ---- x2"},
-            {"CFG= control unit1 go", "connecting* asking* {no configuration} main ---- CFG; x1"},
-            {"CFG=????? control unit1 go", "connecting* asking* main ---- CFG; x1"},
-            {"control unit1 @0.2:-units go", "connecting* asking* asking main ---- CFG; "
-             "x1"}}, "file units @8:?forms/?name/?caption @9:exit", "?forms ?flags ?sent ?used");
+            {"control double2", "main units x0"}, {"control unit1 @0:go @0:double1 @0:add @0:units go", panel + "1"},
+            {"control unit1 quad0=010 go", "connecting* asking* loading* main panel units B to 10.168.1.20 main # "
+             "x1"},
+            {"control unit0 @1:port7 @2:-connect go", "connecting* {!7} asking* loading* main panel units A on "
+             "COM7 main # 7 x0"},
+            {"control unit1 kind0 @1:?forms @1:-connect go", "connecting* main units connect main x0"},
+            {"network open control unit1 go", panel + "2"},
+            {"open host=1 control unit1 @0:?link @1:-connect go", "connecting* ---- main panel 7 x1"},
+            {"host=1 control unit1 @5:esc @6:units @7:?forms/?flags @7.5:-connect go", "connecting* connecting "
+             "main units connect IW main units x4"},
+            {"host=1 control unit1 @5:-main go", "connecting* I x3"},
+            {"host=1 control unit1 @0:-connect go", "connecting* main x1"},
+            {"host=2 control unit1 @5:-connect go", "connecting* {no answer} main x2"},
+            {"CFG= control unit1 go", "connecting* asking* {no config} main CFG; x1"},
+            {"CFG=????? control unit1 go", "connecting* asking* main CFG; x1"},
+            {"control unit1 @0.2:-units go", "connecting* asking* asking main CFG; x1"}},
+            "file units @8:?forms/?name/?caption @9:exit", "?forms ?flags ?sent ?used");
     }
 };
 // clang-format on
