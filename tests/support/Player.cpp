@@ -8,11 +8,10 @@ namespace {
 // clang-format off
 /// What is clicked on the panel, a slot's number follows.
 const std::map<std::string, std::string> Marks{
-    {"iB", "InputVideoAudioButtons"}, {"iV", "InputVideoButtons"},  {"iA", "InputAudioButtons"},
-    {"oB", "OutputVidAudButtons"},    {"oV", "OutputVideoButtons"}, {"oA", "OutputAudioButtons"},
-    {"m", "MuteButton"},              {"v", "OutputVolumeValue"},   {"take", "TakeButton"},
-    {"escape", "ClearButton"},        {"presets", "GoToPresets"},   {"exit", "ExitButton"},
-    {"up", "VolumeUpButton"},         {"down", "VolumeDownButton"}};
+    {"iB", "InputVideoAudioButtons"}, {"iV", "InputVideoButtons"}, {"iA", "InputAudioButtons"},
+    {"oB", "OutputVidAudButtons"}, {"oV", "OutputVideoButtons"}, {"oA", "OutputAudioButtons"}, {"m", "MuteButton"},
+    {"v", "OutputVolumeValue"}, {"take", "TakeButton"}, {"escape", "ClearButton"}, {"presets", "GoToPresets"},
+    {"exit", "ExitButton"}, {"up", "VolumeUpButton"}, {"down", "VolumeDownButton"}};
 
 const std::string FileOfUnits = "program/KVNConfigurator.ini";
 const std::string UnitA = "KVN NAME = A\r\nKVN TYPE = SERIAL\r\n";
@@ -22,15 +21,15 @@ const std::string UnitB = "KVN NAME = B\r\nKVN TYPE = ETHER\r\nKVN IP = 192.168.
 const Rows Shorter{
     {"CFG ?\r\n", "CFG;"}, {"STA O A\rSTA O A\r", "Q"}, {"\r", ";"}, {"CFG;Q", "#"},
     {"Please make sure the Zarn is connected to the Comm Port ", "!"},
-    {" failed: the port was opened or closed meanwhile.", " failed meanwhile"}, {"Connecting to 10.11.12.13", "dialling"},
-    {" Cable before proceeding!", ""}, {"Not Connected", "down"}, {"Connected on ", "on "},
-    {"Connected to ", "to "}, {"Connect to ...", "idle"}, 
-    {"Connecting to 10.0.0.5", "dialling"}, {"Found Comm Ports", "found"},
-    {"Comm1 Comm7 Comm20", "all"}, {"Waiting for Connection.", "connecting"}, {"Waiting for Configuration.", "asking"},
-    {"Loading Controls.", "loading"}, {"Deleted Corvane from Disk", "deleted"},
-    {"Added Corvane to Disk", "added"}, {"Setting up save", "saving"},
-    {"There are no COM ports available for updating;\nClose any serial communications programs in "
-     "use, or connect a USB to Serial Adapter Cable.", "no ports"},
+    {" failed: the port was opened or closed meanwhile.", " failed meanwhile"},
+    {"Connecting to 10.11.12.13", "dialling"}, {" Cable before proceeding!", ""}, {"Not Connected", "down"},
+    {"Connected on ", "on "}, {"Connected to ", "to "}, {"Connect to ...", "idle"},
+    {"Connecting to 10.0.0.5", "dialling"}, {"Found Comm Ports", "found"}, {"Comm1 Comm7 Comm20", "all"},
+    {"Waiting for Connection.", "connecting"}, {"Waiting for Configuration.", "asking"},
+    {"Loading Controls.", "loading"}, {"Deleted Corvane from Disk", "deleted"}, {"Added Corvane to Disk", "added"},
+    {"Setting up save", "saving"},
+    {"There are no COM ports available for updating;\nClose any serial communications programs in use, or connect "
+     "a USB to Serial Adapter Cable.", "no ports"},
     {"Unable to connect using that IP address, check the address and try again.", "no answer"},
     {"Unable to get Corvane Configuration", "no config"},
     {"No Response Received from CommPort 7;\nPlease check cabling and Try Again ", "no response"},
@@ -42,9 +41,11 @@ const Rows Shorter{
     {"Sending to 10.11.12.13 port 23 failed: the connection is closed.", "failed"},
     {"Sending to 10.11.12.13 port 23 failed: the host did not take the connection.", "failed"},
     {"Maximum number of corvanes saved!", "full"}, {"Saved Changes to Disk", "saved"},
-    {"incomplete ip address can't save to block.", "incomplete"},
-    {"Are you sure you want to delete ", "delete "},
-    {"KVN NAME = ", ""}, {";\nKVN TYPE = ", ":"}, {";\nKVN IP = ", ":"}, {";\n", " "}};
+    {"incomplete ip address can't save to block.", "incomplete"}, {"Are you sure you want to delete ", "delete "},
+    
+    {"Add Corvane=Add Corvane", "Add"}, {"Edit Corvane=Edit Corvane", "Edit"}, {"AvailCorvanesList", "list"},
+    {"Control Corvane=Control Corvane", "Control"}, {"Delete Corvane=Delete Corvane", "Delete"},
+    {"options OptionsCommand_0", "options"}, {"KVN NAME = ", ""}, {";\nKVN TYPE = ", ":"}, {";\nKVN IP = ", ":"}, {";\n", " "}};
 // clang-format on
 
 template <class Table> auto rowNamed(const Table &rows, const std::string &name) {
@@ -102,13 +103,10 @@ std::string textOf(const AddressView &address) {
 // clang-format off
 Player::Player(bool network)
     : overNetwork(network),
-      windows{{"main", views.main.form, program.startForm},
-              {"panel", panel.form, program.panelForm},
+      windows{{"main", views.main.form, program.startForm}, {"panel", panel.form, program.panelForm},
               {"presets", views.presets.form, program.panelForm.presetsForm()},
-              {"units", views.units.form, program.unitsForm},
-              {"connect", views.connect.form, program.connectForm},
-              {"splash", views.setup, program.setupForm},
-              {"help", views.help[1], program.helpForms[1]},
+              {"units", views.units.form, program.unitsForm}, {"connect", views.connect.form, program.connectForm},
+              {"splash", views.setup, program.setupForm}, {"help", views.help[1], program.helpForms[1]},
               {"message", views.messages.dlgOK.form, program.messages.dlgOK()},
               {"box", views.messages.plainBox.form, program.messages.plainBox()},
               {"question", views.messages.dlgYesNo.form, program.messages.dlgYesNo()}} {
@@ -223,11 +221,10 @@ void Player::act(const std::string &word) {
     const auto &ports = views.connect.SerialPortsCombo.entries;
     std::string text;
     const auto reply = [&](const std::string &known) {
-        const ExchangeState &exchange = program.unit.exchange;
-        const std::size_t size = exchange.ResponseText.size();
-        return size > 1000 ? std::to_string(size) + " bytes"
-                           : std::to_string(exchange.ReplyStatus) + known + "'" +
-                                 shortened(exchange.ResponseText) + "'";
+        const std::string &answer = program.unit.exchange.ResponseText;
+        return answer.size() > 1000 ? std::to_string(answer.size()) + " bytes"
+                                    : std::to_string(program.unit.exchange.ReplyStatus) + known +
+                                          "'" + shortened(answer) + "'";
     };
     // clang-format off
     const std::map<std::string, std::function<void()>> acts{
@@ -249,15 +246,13 @@ void Player::act(const std::string &word) {
         // The panel: "step" though the button is hidden. Its presets.
         {"step", [&] { program.panelForm.VolumeUpButton_Click(); }},
         {"p", [&] { presets.NewPresetButton_Click(number); }},
-        {"execute", [&] { presets.ExecutePresetButton_Click(); }},
-        {"close", [&] { presets.ExitPresets_Click(); }},
+        {"execute", [&] { presets.ExecutePresetButton_Click(); }}, {"close", [&] { presets.ExitPresets_Click(); }},
         // The saved units; rows count from 0, "quad2=7" is typed over the third number.
         {"add", [&] { units.OptionsCommand_Click(Operation::Add); }},
         {"edit", [&] { units.OptionsCommand_Click(Operation::Edit); }},
         {"control", [&] { units.OptionsCommand_Click(Operation::Control); }},
-        {"delete", [&] { units.OptionsCommand_Click(Operation::Delete); }},
-        {"back", [&] { units.OKButton_Click(); }}, {"name", [&] { units.Text3_Change(rest); }},
-        {"unit", [&] { units.AvailCorvanesList_Click(number); }},
+        {"delete", [&] { units.OptionsCommand_Click(Operation::Delete); }}, {"back", [&] { units.OKButton_Click(); }},
+        {"name", [&] { units.Text3_Change(rest); }}, {"unit", [&] { units.AvailCorvanesList_Click(number); }},
         {"double", [&] { units.AvailCorvanesList_DoubleClick(number); }},
         {"kind", [&] { units.ConnectChoiceList_Click(number); }},
         {"quad", [&] { units.CntrlIPAddressQuad_Change({number, 0, 3}, rest.substr(2)); }},
@@ -266,10 +261,9 @@ void Player::act(const std::string &word) {
         // Messages and questions: asked, answered, and the words that answer those to come.
         {"tell", [&] { user.ShowMessage(rest), see("told"); }},
         {"box", [&] { user.ShowPlainBox(rest), see("told"); }},
-        {"ask", [&] { user.AskYesNo(rest), see(user.answered() ? "yes" : "no"); }},
-        {"ok", [&] { act("-message"); }}, {"yes", [&] { user.answer(true); }},
-        {"no", [&] { user.answer(false); }}, {"message", [&] { onMessage = rest; }},
-        {"question", [&] { onQuestion = rest; }},
+        {"ask", [&] { user.AskYesNo(rest), see(user.answered() ? "yes" : "no"); }}, {"ok", [&] { act("-message"); }},
+        {"yes", [&] { user.answer(true); }}, {"no", [&] { user.answer(false); }},
+        {"message", [&] { onMessage = rest; }}, {"question", [&] { onQuestion = rest; }},
         // The links themselves, opened as the dialog does it, and what the program does to them. "link"
         // opens both and uses one, for a unit of which other things are known; then time counts anew.
         {"link", [&] { program.unit.model.ModelDescription = "before";
@@ -284,14 +278,12 @@ void Player::act(const std::string &word) {
         {"shut", [&] { talk.CloseLink(); }}, {"disconnect", [&] { talk.DisconnectLink(); }},
         {"send", [&] { talk.SendCommand(unmarked(rest) + "\r"); }},
         {"cmd", [&] { talk.SendCommandGetResponse(unmarked(rest) + "\r"); see(reply("")); }},
-        {"config", [&] { talk.GetParseConfiguration();
-                         see(reply(" " + program.unit.model.ModelDescription)); }},
+        {"config", [&] { talk.GetParseConfiguration(); see(reply(" " + program.unit.model.ModelDescription)); }},
         {"status", [&] { talk.RequestOutputStatus(program.aboutForm);
-                         for (int output = 1; output <= 3; ++output) {
-                             const OutputStatusRecord &record = program.unit.routing.Outputs[output];
-                             see(record.OutputNumberText + record.MuteFlag + record.VolumeText + "/" +
-                                 record.AudioInputText + "/" + record.VideoInputText);
-                         } }},
+                         for (const int output : {1, 2, 3}) {
+                             const OutputStatusRecord &is = program.unit.routing.Outputs[output];
+                             see(is.OutputNumberText + is.MuteFlag + is.VolumeText + "/" + is.AudioInputText + "/" +
+                                 is.VideoInputText); } }},
         // An action of the user, whose form closes; the program ends.
         {"guard", [&] { program.guard.run(program.aboutForm, [&] { act(rest); }); }},
         {"leave", [&] { program.aboutForm.unload(); }}, {"end", [&] { pump.end(); }},
@@ -309,8 +301,9 @@ void Player::act(const std::string &word) {
                         std::istringstream list(replaced(rest, ",", " "));
                         for (int port = 0; list >> port;) serialPort.present.insert(port); }},
         {"host", [&] { socket.host = static_cast<FakeTcpSocket::Host>(number); }},
-        {"raw", [&] { replies[""] = unmarked(rest); }}, {"endless", [&] { replies[""] = "\r\nOk" + std::string(3'000'000, 'x'); }}, {"CFG", [&] { replies[verb] = rest; }},
-        {"silent", [&] { replies["STA"].clear(); }},
+        {"raw", [&] { replies[""] = unmarked(rest); }},
+        {"endless", [&] { replies[""] = "\r\nOk" + std::string(3'000'000, 'x'); }},
+        {"CFG", [&] { replies[verb] = rest; }}, {"silent", [&] { replies["STA"].clear(); }},
         {"STA", [&] { replies[verb] = "\r\nSTA O A\r\n  Output 1 (A," + rest + ")\r\n"; }},
         {"VOL", [&] { replies["VOL L 1?"] = "\r\nVOL L 1 " + rest + "\r\n"; }},
         {"late", [&] { serialPort.wire.delay = socket.wire.delay = std::stod(rest) * second; }},
@@ -320,8 +313,7 @@ void Player::act(const std::string &word) {
         {"level", [&] { play("STA=U,0,V," + rest + ",1,D,1 take v1 note"); }},
         // The file of saved units: its text, so many units in it, no file, failures.
         {"file", [&] { files.contentsOf[FileOfUnits] = rest.empty() ? UnitA + UnitB : rest; }},
-        {"holds", [&] { for (int at = 0; at < number; ++at) text += UnitA;
-                        files.contentsOf[FileOfUnits] = text; }},
+        {"holds", [&] { for (int at = 0; at < number; ++at) text += UnitA; files.contentsOf[FileOfUnits] = text; }},
         {"gone", [&] { files.contentsOf.clear(); }}, {"save", [&] { files.failure = rest; }},
         {"read", [&] { files.readFailure = rest; }},
         // Time passes; what was sent is forgotten.
@@ -379,7 +371,7 @@ std::string Player::look(const std::string &what) {
                        return text + "x" + std::to_string(std::ranges::count_if(socket.log,
                            [](auto &entry) { return entry.starts_with("connect"); })); }},
         {"dialog", [&] { return dialog(); }}, {"why", [&] { return why(); }},
-        {"operation", [&] { return operation(); }},
+        {"operation", [&] { return shortened(operation()); }},
         {"list", [&] { return textOf({.entries = views.units.AvailCorvanesList.entries}); }},
         // The volume controls and the hint that are seen; the levels of two outputs.
         {"volume", [&] { text = marks({{'U', panel.VolumeUpButton.visible},
@@ -449,22 +441,17 @@ std::string Player::operation() const {
     std::string text = view.OptionsFrame.visible ? "options" : "";
     if (view.AddCorvaneFrame.visible)
         text += view.AddCorvaneFrame.text + "=" + view.AddCorvaneCommand.text;
-    const std::array controls{&view.AddCorvaneFrame,
-                              &view.Label2_0,
-                              &view.Text3,
-                              &view.Label2_1,
-                              &view.AvailCorvanesList.control,
-                              &view.ConnectChoiceList.control,
-                              &view.AddCorvaneCommand};
     text += " " + view.form.focus + " ";
-    for (const Control *control : controls)
+    for (const Control *control : {&view.AddCorvaneFrame, &view.Label2_0, &view.Text3,
+                                   &view.Label2_1, &view.AvailCorvanesList.control,
+                                   &view.ConnectChoiceList.control, &view.AddCorvaneCommand})
         text += control->enabled ? '+' : '-';
     text += " " + view.Text3.text + "/" + view.ControlledbyText.text + "/" +
             std::to_string(view.AvailCorvanesList.chosen) + "/" +
             std::to_string(view.ConnectChoiceList.chosen);
     if (view.IPAddressFrame.visible)
         text += " " + textOf(view.CntrlIPAddressQuad);
-    return text + (view.StatusLabel.visible ? " " + shortened(view.StatusLabel.text) : "");
+    return text + (view.StatusLabel.visible ? " " + view.StatusLabel.text : "");
 }
 
 /// What the pointer shows over TAKE or a control of a slot, and what is spoken if that differs.
