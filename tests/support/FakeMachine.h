@@ -101,7 +101,6 @@ public:
 
     FakeWire wire;
     std::set<int> present;                  ///< ports that open
-    std::optional<std::size_t> writeLimit;  ///< bytes that still go out before a write fails
     std::map<int, std::string> devices;     ///< of ports that are not tty and the number
     std::map<int, LinkFailure> failures;    ///< of ports that do not open; the others': NoDevice
     std::map<int, SerialDeviceFacts> facts; ///< of ports that are not just there
@@ -114,8 +113,6 @@ public:
         if (std::exchange(openPort, 0) != 0)
             lost();
     }
-    /// Bytes that arrive without having been asked for.
-    void receive(std::string_view bytes) { input += bytes; }
 
     [[nodiscard]] SerialDevice device(int number) const override {
         const auto renamed = devices.find(number);
@@ -125,8 +122,8 @@ public:
     look(const std::vector<SerialDevice> &asked) const override {
         std::vector<SerialDeviceFacts> all;
         for (const SerialDevice &device : asked) {
-            const auto known = facts.find(device.number);
-            all.push_back(known != facts.end() ? known->second : SerialDeviceFacts());
+            all.push_back(facts.contains(device.number) ? facts.at(device.number)
+                                                        : SerialDeviceFacts());
             if (present.contains(device.number))
                 all.back().presence = SerialDeviceFacts::Presence::There;
         }
@@ -154,10 +151,6 @@ public:
     void write(std::string_view text) override {
         if (!isOpen())
             throw LinkError("Writing to", place, "the port is not open");
-        if (writeLimit && text.size() > *writeLimit)
-            throw LinkError("Writing to", place, "input/output error");
-        if (writeLimit)
-            *writeLimit -= text.size();
         wire.pass(text, [this](const std::string &piece) { input += piece; });
     }
     std::string readAll() override { return std::exchange(input, {}); }
@@ -179,10 +172,9 @@ public:
 
     FakeWire wire;
     Host host = Host::Answers;
-    double connectDelay = 0.05;             ///< seconds until the host answers or refuses
-    double sendDelay = 0.0;                 ///< seconds until a send is complete
-    std::optional<std::size_t> closesAfter; ///< the peer closes once it took so many bytes
-    std::vector<std::string> log;           ///< "connect 10.0.0.5:23", "close"
+    double connectDelay = 0.05;   ///< seconds until the host answers or refuses
+    double sendDelay = 0.0;       ///< seconds until a send is complete
+    std::vector<std::string> log; ///< "connect 10.0.0.5:23", "close"
 
     /// The other side ends the connection.
     void peerCloses() {
@@ -200,8 +192,14 @@ public:
         if (host == Host::Silent)
             return;
         pump.in(connectDelay, [this, mine] {
-            if (mine == connection)
-                finishConnect();
+            if (mine != connection)
+                return;
+            currentState = host == Host::Answers   ? SocketState::Connected
+                           : host == Host::Refuses ? SocketState::Closed
+                                                   : SocketState::Failed;
+            reason = "the host did not take the connection";
+            if (host == Host::Answers)
+                connectComplete();
         });
     }
     void close() override {
@@ -213,10 +211,6 @@ public:
     void send(std::string_view text) override {
         if (currentState != SocketState::Connected)
             throw LinkError("Sending to", place, reason);
-        if (closesAfter && wire.written.size() + text.size() > *closesAfter) {
-            pump.in(0.0, [this] { peerCloses(); });
-            return;
-        }
         const auto alive = [this, mine = connection] {
             return mine == connection && currentState == SocketState::Connected;
         };
@@ -235,16 +229,6 @@ public:
     [[nodiscard]] std::string failureReason() const override { return reason; }
 
 private:
-    void finishConnect() {
-        if (host == Host::Answers) {
-            currentState = SocketState::Connected;
-            connectComplete();
-            return;
-        }
-        currentState = host == Host::Refuses ? SocketState::Closed : SocketState::Failed;
-        reason = "the host did not take the connection";
-    }
-
     FakePump &pump;
     SocketState currentState = SocketState::Closed;
     int connection = 0; ///< counts connects, so that happenings of an old one are dropped

@@ -40,7 +40,7 @@ private:
     void noteStatus();
     void see(const std::string &text) { log += (log.empty() || text.empty() ? "" : " ") + text; }
     void click(const std::string &name, const std::string &slot);
-    [[nodiscard]] bool isSeen(const std::string &name) const;
+    [[nodiscard]] char own() const { return overNetwork ? NetworkLinkKind : SerialLinkKind; }
     [[nodiscard]] std::string dialog() const;
     [[nodiscard]] std::string why() const;
     [[nodiscard]] std::string operation() const;
@@ -54,11 +54,8 @@ private:
     PanelView &panel = views.panel;
     std::vector<Window> windows;
     std::multimap<std::string, std::function<void()>> onceSeen; ///< by form
-    std::map<std::string, std::string>
-        replies; ///< to commands that begin so, instead of the unit's
-    [[nodiscard]] char own() const { return overNetwork ? NetworkLinkKind : SerialLinkKind; }
-
-    double start = pump.now();
+    std::map<std::string, std::string> replies; ///< to commands that begin so, not the unit's
+    double start = pump.now();                  ///< of the time that is told
     std::string onMessage = "-message";
     std::string onQuestion = "yes";
     std::array<int, 3> said{}; ///< messages, plain boxes and questions that are in the log

@@ -42,16 +42,16 @@ private Q_SLOTS:
         // Links that end, and what the user is told
         checkOnBothLinks({
             {"@0.5:lose wait1", "down =-+ 1"}, {"S:network lose", "on COM7 S-+ 0"},
-            {"E:network0 lose", "to 10.11.12.13 E-+ 0"}, {"E:takes3 guard=cmd=CFG_?", "{failed} down =-+ 0"},
-            {"E:takes3 @0:leave guard=cmd=CFG_?", "down =-+ 0"}, {"E:drop guard=send=A", "{failed} down =-+ 0"},
+            {"E:network0 lose", "to IP E-+ 0"}, {"E:@0:lose guard=cmd=CFG_?", "{failed} down =-+ CFG ?; 0"},
+            {"E:@0:leave @0:lose guard=cmd=CFG_?", "down =-+ CFG ?; 0"}, {"E:drop guard=send=A", "{failed} down =-+ 0"},
             {"S:lose guard=send=A", "{failed} down =-+ 0"},
-            {"S:fails guard=send=A", "{Writing to COM7 failed: input/output error.} on COM7 =++ 0"},
-            {"S:drop @0:shut @0:network/lose @0:setup guard=send=A", "{Writing to COM7 failed meanwhile} to 10.11.12.13 =+- 0.166667"},
+            {"S:drop @0:shut @0:network/lose @0:setup guard=send=A",
+             "{Writing to COM7 failed meanwhile} to IP =+- 0.166667"},
             {"S:raw=^KVN-8x4-C^Ok guard=config", "{The buttons of KVN-8x4-C do not fit the panel: ButtonInput has "
              "no index 33 (0 to 32).} down =++ CFG; 1"}}, "link", "?caption ?state ?sent ?time");
         checkOnBothLinks({
-            {"E:setup", "to 10.11.12.13 7 x1 =++ 0"},
-            {"E:forget slow1.9 @1:?progress setup", "now dialling . now to 10.11.12.13 7 x2 =++ 2.375"},
+            {"E:setup", "to IP 7 x1 =++ 0"},
+            {"E:forget slow1.9 @1:?progress setup", "now dialling . now to IP 7 x2 =++ 2.375"},
             {"E:forget host=1 @3:end setup", "now dialling .. 7 x3 =?+ 3"}}, "link", "?progress ?used ?state ?time");
     }
 
@@ -61,7 +61,8 @@ private Q_SLOTS:
             {"test7 ?log", search + " -?- 0"}, {"test7 test8", "--- 0"}, {"@0:pick7 test8", "=+- 0"},
             {"pick7 drop ports=7,8 test8 swap cmd=CFG_? reopen pick7 ?log", "60' KVN-16x16-RGBA ' " + use +
              "open 8 115200,N,8,1 close " + use + use + "open 7 38400,N,8,1 another =+- CFG ?; 0.3"},
-            {"pick7 pick8 cmd=CFG_? ?caption", "Opening COM8 failed: no such device. 60' KVN-16x16-RGBA ' on COM7 =+- CFG ?; 0.3"},
+            {"pick7 pick8 cmd=CFG_? ?caption",
+             "Opening COM8 failed: no such device. 60' KVN-16x16-RGBA ' on COM7 =+- CFG ?; 0.3"},
             {"pick7 drop shut @0:cmd=A cmd=CFG_? ?caption drop send=B shut ?caption ?link",
              "60' ERROR ' 60' KVN-16x16-RGBA ' on COM7 down ---+ --- A;CFG ?;B; 0.6"}},
             "", "?state ?sent ?time");

@@ -152,8 +152,8 @@ private Q_SLOTS:
                 checkOnBothLinks({
                     {at + "-main" + then, ""}, {at + "exit" + then + next, "main" + works},
                     {at + "-panel" + then + next, "main" + works},
-                    {at + "exit/open/escape/iV4/oV2/v3" + then + "?volume take ?sent exit " + next, "main panel" + shown +
-                     " Con 4(2);Q" + works}}, "open");
+                    {at + "exit/open/escape/iV4/oV2/v3" + then + "?volume take ?sent exit " + next,
+                     "main panel" + shown + " Con 4(2);Q" + works}}, "open");
             }
         }
     }

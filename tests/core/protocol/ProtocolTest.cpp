@@ -99,17 +99,20 @@ private Q_SLOTS:
             {"8x4-C", "9/9 CV- 5/7 COMPOSITE  8 x 4 No Audio"}, {"16x16-CA", "9/9 CV- 1/1 COMPOSITE 16x16 No Audio"},
             {"12x8-SA", "9/9 SV- 3/5 SVIDEO 12 x 8 No Audio"}, {"32x32-CA", "9/9 CV+ 1/1 COMPOSITE 32x32 with Audio"},
             {"32x32-S", "9/9 SV- 1/1 SVIDEO 32x32 No Audio"}, {"32x32-SA", "9/9 SV+ 1/1 SVIDEO 32x32 with Audio"},
-            {"24x16-RGBA", "24/16 RGB- 1/1 RGB 24 x16 no Audio"}, {"32x16-SA", "32/16 SV- 1/1 SVIDEO 32 x16 no Audio"},
-            {"24x16-S", "24/16 SV- 1/1 SVideo 24 x16 no Audio"}, {"24x16-CA", "9/9 CV- 1/1 COMPOSITE 24x16 with Audio"},
+            {"24x16-RGBA", "24/16 RGB- 1/1 RGB 24 x16 no Audio"},
+            {"32x16-SA", "32/16 SV- 1/1 SVIDEO 32 x16 no Audio"}, {"24x16-S", "24/16 SV- 1/1 SVideo 24 x16 no Audio"},
+            {"24x16-CA", "9/9 CV- 1/1 COMPOSITE 24x16 with Audio"},
             {"32x16-HDA", "32/16 HD- 1/1 HD 32x16 with Audio"},
             // These are seen at the very end of a reply only.
-            {"16x8-RGB", "9/9 - 0/0 "}, {"16x8-C", "9/9 - 0/0 "}, {"16x8-S", "9/9 - 0/0 "}, {"16x8-RGB$", "16/8 RGB- 1/5 RGB 16 x 8 No Audio"},
+            {"16x8-RGB", "9/9 - 0/0 "}, {"16x8-C", "9/9 - 0/0 "}, {"16x8-S", "9/9 - 0/0 "},
+            {"16x8-RGB$", "16/8 RGB- 1/5 RGB 16 x 8 No Audio"},
             {"16x8-C$", "9/9 CV+ 1/5 COMPOSITE 16 x 8 with Audio"}, {"16x8-S$", "9/9 SV- 1/5 SVIDEO 16 x 8 No Audio"},
-            {"8x4-RGBAx", "8/4 RGB+ 5/7 RGB 8 x 4 with Audio"}, {"16x8-SA$", "9/9 - 0/0 "}, {"9x9-RGB", "9/9 - 0/0 "}, {"$", "9/9 - 0/0 "},
-            {"32x32-RGBA,8x4-HD", "8/4 HD- 1*32/1*32 HD 8 x 4 No Audio"},
+            {"8x4-RGBAx", "8/4 RGB+ 5/7 RGB 8 x 4 with Audio"}, {"16x8-SA$", "9/9 - 0/0 "}, {"9x9-RGB", "9/9 - 0/0 "},
+            {"$", "9/9 - 0/0 "}, {"32x32-RGBA,8x4-HD", "8/4 HD- 1*32/1*32 HD 8 x 4 No Audio"},
             {"32x32-RGBA,8x4-RGB", "8/4 RGB- scattered*32/scattered*32 RGB 8 x 4 No Audio"},
             {"32x16-RGB,8x4-C", "ButtonInput has no index 33 (0 to 32) 32/16 RGB- 1/1 RGB 32 x16 no Audio"},
-            {"32x16-RGB,16x8-S$", "ButtonOutput has no index 33 (0 to 32) 32/16 RGB- 1/1 RGB 32 x16 no Audio"}}, modelsOf);
+            {"32x16-RGB,16x8-S$", "ButtonOutput has no index 33 (0 to 32) 32/16 RGB- 1/1 RGB 32 x16 no Audio"}},
+                  modelsOf);
         // clang-format on
         for (const ModelRow &row : modelCatalogue()) {
             const int inputs = std::stoi(std::string(row.Model.substr(4)));

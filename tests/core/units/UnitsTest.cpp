@@ -45,7 +45,8 @@ private Q_SLOTS:
         const std::string z = "KVN NAME = Z\nKVN TYPE = ETHER\r\n; mine\rKVN IP = 10.0.0.5\n";
         const std::string tail = "KVN NAME = Y\r" + z;
         const std::string notice =
-            "{program/KVNConfigurator.ini holds more than 25 units; those after the 25th are left out. They stay at the end of that file and come in when others are deleted.}";
+            "{program/KVNConfigurator.ini holds more than 25 units; those after the 25th are left "
+            "out. They stay at the end of that file and come in when others are deleted.}";
         Player user;
         std::string &file = user.files.contentsOf["program/KVNConfigurator.ini"];
         file = times(25, Serial) + tail;
@@ -106,8 +107,8 @@ private Q_SLOTS:
             {"gone add name=N kind1 go add go", "saving* [incomplete] " + both + "N:ETHER:  A B N"},
             {"holds24 add name=N go", times(24, "A:SERIAL ") + "N:SERIAL " + times(24, " A")},
             {"holds25 add go", "{full} " + times(25, "A:SERIAL ") + times(25, " A")},
-            {"save=Full. add name=" + times(61, "\xE9") + " go delete question=no unit2 go", "{Full.} <delete " + times(60,
-             "\xC3\xA9") + "... ?> " + both + " A B " + times(60, "\xE9") + "..."},
+            {"save=Full. add name=" + times(61, "\xE9") + " go delete question=no unit2 go",
+             "{Full.} <delete " + times(60, "\xC3\xA9") + "... ?> " + both + " A B " + times(60, "\xE9") + "..."},
             {"save=Full. add name=N go back units save= add name=N go", "{Full.} " + both + "N:SERIAL N:SERIAL  A "
              "B N"},
             {"read=Bad. start edit", "{Bad.} {Bad.} " + both + " A B"},
