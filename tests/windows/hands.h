@@ -4,7 +4,9 @@
 
 #include <QAction>
 #include <QClipboard>
-#include <QGuiApplication>
+#include <QFocusFrame>
+#include <QMenu>
+#include <QWheelEvent>
 #include <QWindow>
 #include <QtTest/QtTest>
 
@@ -27,14 +29,18 @@ inline void pick(QListWidget *list, int row, bool twice = false) {
 }
 
 /// Plays what the user does, in words, beginning in the start window. Steps have " ; " between them
-/// and 10 seconds, so that all that waits for time alone is over; a step may come while the one
-/// before still waits for the user. The words:
+/// and 10 seconds, so that all that waits for time alone is over, or " , " and a moment; a step may
+/// come while the one before still waits for the user. Names go without "Button(s)",
+/// "Corvane(s)", "Value", "put" and "_". The words:
 ///     in WINDOW      brings it to the front; the words after it are about this one
 ///     click NAME     a button, which must be seen and enabled
 ///     point NAME     the mouse on anything, as far as a modal window lets it through
 ///     right NAME     its other button;   slip NAME: pressed on it, let go beside it
+///     wheel NAME N   turned on it by so many eighths of a degree
 ///     go NAME        moves the focus to a control
-///     key KEY        a key by Qt's name;   held KEY: one more of a key that is held down
+///     key KEY        a key by Qt's name, to an open menu or list first; KEY*3: three times
+///     hold KEY +1-9  its events as the window system tells them: "+" pressed or "-" released at
+///                    these milliseconds, "!" marked as a repeat
 ///     type TEXT      into what has the focus;   paste TEXT: with blanks around it
 ///     pick LIST ROW  a click on an entry;   double LIST ROW
 ///     menu ITEM      of the window's menu;   frame: closes the window;   end: the start window
@@ -42,69 +48,129 @@ inline void pick(QListWidget *list, int row, bool twice = false) {
 ///     gone           the cable is pulled;   refused: by every address
 ///     ports 0, ports 2: so many exist
 /// @return what these words saw, ", " between them:
-///     windows  see NAME  list NAME  address  focus
+///     windows  see NAME  list NAME  address
+///     focus: what has it, or the entry an open menu is at;   walk KEY: the same after each key
+///     from NAME KEY  go, key and focus
 ///     sent: to the unit;   line: what was done to the link last;   file: the saved units
 ///     unit: the number picked and the name controlled;   state: of the panel's selection
 inline std::string play(ProgramFixture &kvn, const std::string &steps) {
     std::string seen;
     bool any = false;
     std::string window = "frmMain";
-    std::istringstream words;
+    std::istringstream words; // of the step that is played
     Program &program = kvn.program;
-    PanelState &panel = program.panel;
     // clang-format off
-    const auto word = [&] { std::string next; words >> next; return next; };
-    const auto part = [&] { return kvn.part(window.c_str(), word()); };
-    const auto list = [&] { return kvn.part<QListWidget>(window.c_str(), word()); };
-    const auto focus = [&] { return kvn.window(window)->focusWidget() ? kvn.window(window)->focusWidget() : kvn.window(window); };
-    const auto key = [&](const std::string &name) { return QKeySequence::fromString(QString::fromStdString(name))[0]; };
-    const auto press = [&](QKeyCombination keys) { QTest::keyClick(focus(), keys.key(), keys.keyboardModifiers()); };
+    const auto word = [&] { std::string read; words >> read; return read; };
+    const auto next = [&] { return QString::fromStdString(word()); };
+    const auto brief = [](QString name) {
+        static const QRegularExpression left(QStringLiteral("Buttons?|Corvanes?|Value|put|_"));
+        return name.remove(left).toStdString();
+    };
+    const auto thing = [&] {
+        const auto all = kvn.window(window)->findChildren<QObject *>();
+        return *std::find_if(all.begin(), all.end(), [&brief, name = brief(next())](const QObject *one) {
+            return one->objectName().startsWith(QLatin1Char(name.front())) && brief(one->objectName()) == name;
+        });
+    };
+    const auto part = [&] { return qobject_cast<QWidget *>(thing()); };
+    const auto list = [&] { return qobject_cast<QListWidget *>(thing()); };
+    const auto front = [&](const std::string &name) {
+        kvn.window(window = name)->activateWindow();
+        QCoreApplication::processEvents();
+    };
+    const auto focus = [&] {
+        QWidget *top = QApplication::activePopupWidget() ? QApplication::activePopupWidget() : kvn.window(window);
+        return top->focusWidget() ? top->focusWidget() : top;
+    };
+    const auto focused = [&] {
+        const QWidget *at = focus();
+        if (const auto *menu = qobject_cast<const QMenu *>(at))
+            return menu->activeAction() ? brief(menu->activeAction()->objectName()) : "none";
+        const auto *ring = kvn.window(window)->findChild<QFocusFrame *>();
+        const bool marked = ring->isVisible() && ring->parent() == at->parent() && ring->geometry() == at->geometry();
+        return brief(at->objectName()) + (marked ? "" : " unmarked");
+    };
+    const auto keysOf = [](const QString &name) { return QKeySequence::fromString(name)[0]; };
+    const auto press = [&](const QString &name) {
+        const QStringList parts = name.split(u'*');
+        std::string places;
+        for (int times = parts.size() > 1 ? parts.back().toInt() : 1; times > 0; --times) {
+            QTest::keyClick(focus(), keysOf(parts.front()).key(), keysOf(parts.front()).keyboardModifiers());
+            places += (places.empty() ? "" : ", ") + focused();
+        }
+        return places;
+    };
+    const auto hold = [&](Qt::Key key, const QString &events) {
+        const QString text(QLatin1Char(QTest::keyToAscii(key)));
+        for (const auto &event : QRegularExpression(QStringLiteral("([+-])(\\d+)(!?)")).globalMatch(events)) {
+            const bool down = event.captured(1) == u'+', marked = !event.captured(3).isEmpty();
+            const ulong time = event.captured(2).toULong();
+            if (down && qt_sendShortcutOverrideEvent(focus(), time, key, {}, text, marked))
+                continue;
+            QKeyEvent sent(down ? QEvent::KeyPress : QEvent::KeyRelease, key, {}, text, marked);
+            sent.setTimestamp(time);
+            QApplication::sendEvent(focus(), &sent);
+        }
+    };
     const std::map<std::string, std::function<void()>> acts{
-        {"in", [&] { kvn.window(window = word())->activateWindow(); QCoreApplication::processEvents(); }},
-        {"click", [&] { kvn.click(window.c_str(), word()); }},
+        {"in", [&] { front(word()); }},
+        {"click", [&] { kvn.click(window.c_str(), part()->objectName().toStdString()); }},
         {"point", [&] { clickOnScreen(part()); }},
         {"right", [&] { clickOnScreen(part(), Qt::RightButton); }},
         {"slip", [&] { QTest::mouseRelease(part(), Qt::LeftButton, {}, QPoint(-5, 5)); }},
+        {"wheel", [&] { auto *on = part(); const QPointF at = on->rect().center();
+                        QWheelEvent turn(at, on->mapToGlobal(at), {}, {0, next().toInt()}, {}, {}, {}, false);
+                        QCoreApplication::sendEvent(on, &turn); }},
         {"go", [&] { part()->setFocus(); }},
-        {"key", [&] { press(key(word())); }},
-        {"held", [&] { QTest::simulateEvent(focus(), true, key(word()).key(), {}, {}, true); }},
-        {"type", [&] { for (const QChar letter : QString::fromStdString(word()))
+        {"key", [&] { press(next()); }},
+        {"hold", [&] { const Qt::Key key = keysOf(next()).key(); hold(key, next()); }},
+        {"type", [&] { for (const QChar letter : next())
                            QTest::sendKeyEvent(QTest::Click, focus(), Qt::Key_A, letter, Qt::NoModifier); }},
-        {"paste", [&] { QGuiApplication::clipboard()->setText(QString::fromStdString(" " + word() + "\n")); press(key("Ctrl+V")); }},
+        {"paste", [&] { QGuiApplication::clipboard()->setText(u' ' + next() + u'\n');
+                        press(QStringLiteral("Ctrl+V")); }},
         {"pick", [&] { auto *in = list(); pick(in, std::stoi(word())); }},
         {"double", [&] { auto *in = list(); pick(in, std::stoi(word()), true); }},
-        {"menu", [&] { kvn.part<QAction>(window.c_str(), word())->trigger(); }},
+        {"menu", [&] { qobject_cast<QAction *>(thing())->trigger(); }},
         {"frame", [&] { kvn.window(window)->close(); }},
         {"end", [&] { kvn.window("frmMain")->close(); }},
-        {"panel", [&] { kvn.openPanel(); kvn.takeWritten(); kvn.window(window = "KVN32x32Audio")->activateWindow(); QCoreApplication::processEvents(); }},
-        {"linked", [&] { program.link.LinkKind = SerialLinkKind; program.serial.OpenSerialPort(7); program.display.refreshAll(); kvn.windows.refresh(); }},
+        {"panel", [&] { kvn.openPanel(); kvn.takeWritten(); front("KVN32x32Audio"); }},
+        {"linked", [&] { program.link.LinkKind = SerialLinkKind; program.serial.OpenSerialPort(7);
+                         program.display.refreshAll(); kvn.windows.refresh(); }},
         {"refused", [&] { kvn.socket.host = FakeTcpSocket::Host::Refuses; }},
         {"gone", [&] { kvn.serialPort.vanish(); }},
         {"ports", [&] { kvn.serialPort.present = word() == "0" ? std::set<int>{} : std::set<int>{1, 2}; }}};
     const std::map<std::string, std::function<std::string()>> looks{
         {"windows", [&] { return kvn.visibleWindows(); }},
-        {"see", [&] { const std::string name = word(); const auto *item = kvn.part<QAction>(window.c_str(), name);
-                      return item ? item->text().toStdString() : look(kvn.part(window.c_str(), name)); }},
+        {"see", [&] { QObject *at = thing(); const auto *action = qobject_cast<QAction *>(at);
+                      return action ? action->text().toStdString() : look(qobject_cast<QWidget *>(at)); }},
         {"list", [&] { return entries(part()); }},
         {"address", [&] { return addressIn(window); }},
-        {"focus", [&] { return focus()->objectName().toStdString(); }},
+        {"focus", focused},
+        {"walk", [&] { return press(next()); }},
+        {"from", [&] { part()->setFocus(); press(next()); return focused(); }},
         {"sent", [&] { return kvn.takeWritten(); }},
-        {"line", [&] { auto &log = kvn.socket.log.empty() ? kvn.serialPort.log : kvn.socket.log; return log.empty() ? "" : log.back(); }},
-        {"file", [&] { return QString::fromLatin1(kvn.files.contentsOf["program/KVNConfigurator.ini"])
-                           .remove(QRegularExpression(QStringLiteral("KVN|NAME|TYPE|="))).simplified().toStdString(); }},
-        {"unit", [&] { return std::to_string(program.savedUnits.SelectedBlockIndex) + program.unit.SelectedUnitName; }},
-        {"state", [&] { std::string all = panel.PanelMode + ("i" + std::to_string(panel.CurrentInput));
-                        for (const std::string &output : panel.SelectedOutputs) all += output.empty() ? "" : "o" + output;
+        {"line", [&] { auto &log = kvn.socket.log.empty() ? kvn.serialPort.log : kvn.socket.log;
+                       return log.empty() ? "" : log.back(); }},
+        {"file", [&] { auto saved = QString::fromLatin1(kvn.files.contentsOf["program/KVNConfigurator.ini"]);
+                       saved.remove(QRegularExpression(QStringLiteral("KVN|NAME|TYPE|=")));
+                       return saved.simplified().toStdString(); }},
+        {"unit", [&] { return std::to_string(program.savedUnits.SelectedBlockIndex) +
+                              program.unit.SelectedUnitName; }},
+        {"state", [&panel = program.panel] {
+                        std::string all = panel.PanelMode + ("i" + std::to_string(panel.CurrentInput));
+                        for (const auto &output : panel.SelectedOutputs) all += output.empty() ? "" : "o" + output;
                         return all + "v" + std::to_string(panel.VolumeOutput); }}};
     // clang-format on
     double due = 0.0;
-    for (const QString &step : QString::fromStdString(steps).split(QStringLiteral(" ; "))) {
-        kvn.pump.in(due += 10.0, [&, text = step.toStdString()] {
+    const QRegularExpression marks(QStringLiteral(" (?=[;,] )"));
+    for (const QString &step : QString::fromStdString(steps).split(marks)) {
+        due += step.startsWith(u',') ? 0.05 : 10.0;
+        kvn.pump.in(due, [&, text = step.toStdString()] {
             std::istringstream outer = std::exchange(words, std::istringstream(text));
             for (std::string verb = word(); !verb.empty(); verb = word()) {
                 if (const auto act = acts.find(verb); act != acts.end())
                     act->second();
-                else
+                else if (verb != ";" && verb != ",")
                     seen += (std::exchange(any, true) ? ", " : "") + looks.at(verb)();
             }
             words = std::move(outer);
