@@ -1,10 +1,10 @@
 #include "Player.h"
 
+#include "Application.h"
 #include "ProgramLook.h"
 #include "QtMachine.h"
 #include "Windows.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
@@ -13,7 +13,7 @@
 #include <cstdio>
 
 int main(int argc, char **argv) {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     const QString pictures = QApplication::arguments().value(1, QStringLiteral("out"));
     QDir().mkpath(pictures);
     // The offscreen platform warns about every window that it cannot raise.

@@ -1,16 +1,16 @@
+#include "Application.h"
 #include "ProgramLook.h"
 #include "QtMachine.h"
 #include "Windows.h"
 #include "start/ProgramTitle.h"
 
-#include <QApplication>
 #include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
 
 int main(int argc, char **argv) {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("KVNController"));
     QApplication::setApplicationVersion(QLatin1String(ProgramVersion));
     if (!canDrawText()) {

@@ -14,6 +14,7 @@
 AddressBoxes::AddressBoxes(const char *boxName, const char *dotName, const AddressView &addressView,
                            QWidget *parent)
     : QWidget(parent), view(addressView), shownCursor(addressView.cursorMoved) {
+    setAccessibleName(QStringLiteral("Address")); // not once more the name of the frame around it
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(grown(4));

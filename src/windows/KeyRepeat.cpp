@@ -48,28 +48,26 @@ bool mayRepeat(const QKeyEvent &key) {
 
 } // namespace
 
-KeyRepeat::KeyRepeat() { QCoreApplication::instance()->installEventFilter(this); }
-
-bool KeyRepeat::eventFilter(QObject *watched, QEvent *event) {
-    switch (event->type()) {
+bool KeyRepeat::swallows(QEvent &event) {
+    switch (event.type()) {
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
-        return swallowsPress(*static_cast<QKeyEvent *>(event));
+        return swallowsPress(static_cast<QKeyEvent &>(event));
     case QEvent::KeyRelease:
-        return swallowsRelease(*static_cast<QKeyEvent *>(event));
+        return swallowsRelease(static_cast<QKeyEvent &>(event));
     default:
-        return QObject::eventFilter(watched, event);
+        return false;
     }
 }
 
-// An event passes here several times, on its way from the window to the control and to the
-// control's parents; each time it must be answered alike.
-
 bool KeyRepeat::swallowsPress(QKeyEvent &key) {
+    // Events without a time are copies, such as those that come back from an assistive technology;
+    // they were judged when they came with their time.
+    if (key.timestamp() == 0 && !key.isAutoRepeat())
+        return false;
     Held &held = keys[idOf(key)];
-    // Events that the program makes itself have no time.
-    const bool atRelease = key.timestamp() != 0 && held.released &&
-                           key.timestamp() - *held.released <= RepeatGapMilliseconds;
+    const bool atRelease =
+        held.released && key.timestamp() - *held.released <= RepeatGapMilliseconds;
     if (!key.isAutoRepeat() && !atRelease) {
         held = {};
         return false;
@@ -82,6 +80,8 @@ bool KeyRepeat::swallowsPress(QKeyEvent &key) {
 }
 
 bool KeyRepeat::swallowsRelease(const QKeyEvent &key) {
+    if (key.timestamp() == 0)
+        return false;
     Held &held = keys[idOf(key)];
     if (!key.isAutoRepeat())
         held.released = key.timestamp();

@@ -1,24 +1,22 @@
 #pragma once
 
 #include <QHash>
-#include <QObject>
-
 #include <optional>
 
+class QEvent;
 class QKeyEvent;
 
-/// Keeps the repeats of a held key from doing anything anew, in all windows while it lives. Typing
-/// and deleting in a text box, and the keys that move about, may repeat.
+/// Tells the repeats of a held key, which are to do nothing anew. Typing and deleting in a text
+/// box, and the keys that move about, may repeat.
 ///
 /// A window system tells a repeat as a release and a press of the same moment. Qt marks them as a
 /// repeat when it finds both in its queue, and takes them for the user's own where the press comes
 /// late. So a press that carries the time of its key's last release is a repeat too.
-class KeyRepeat : public QObject {
+class KeyRepeat {
 public:
-    KeyRepeat();
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    /// Whether an event is to be dropped. An event may be asked about several times, on its way
+    /// from the window to the control, and is answered alike each time.
+    bool swallows(QEvent &event);
 
 private:
     /// What became of a key since the user pressed it.

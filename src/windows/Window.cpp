@@ -283,8 +283,9 @@ void placeOverModalWindow(QWidget &window) {
     if (modal == &window)
         return;
     // A window that is open already may belong to nobody, or to one below the modal one.
+    const bool isOpen = window.isVisible();
     window.hide();
     window.winId();
     window.windowHandle()->setTransientParent(modal ? modal->windowHandle() : nullptr);
-    window.show();
+    window.setVisible(isOpen);
 }

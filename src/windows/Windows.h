@@ -1,6 +1,5 @@
 #pragma once
 
-#include "KeyRepeat.h"
 #include "Program.h"
 #include "Window.h"
 
@@ -30,7 +29,6 @@ private:
     void refreshAll();
 
     Program &program;
-    KeyRepeat keyRepeat;
     std::vector<Entry> entries;
     std::map<QString, Window *> news; ///< to be spoken, each text once
     bool refreshing = false;

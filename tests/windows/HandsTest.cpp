@@ -1,7 +1,7 @@
 #include "hands.h"
+#include "Application.h"
 #include "support/rows.h"
 
-#include <QApplication>
 #include <QTextDocument>
 #include <QTimer>
 
@@ -179,6 +179,8 @@ private Q_SLOTS:
             {"hold Return +100-600+600-625+625-650 sent", Once}, {"hold Space +100-600+600-625+625-650 sent", Once},
             {"hold Space +100-600!+600!-625+625-650 sent", Once}, {"hold Space +1-60!+60!-65!+65!-70 sent", Once},
             {"hold Space +100-600+600-650+900-950 sent", Twice},
+            {"bridge hold Space +100-600+600-625+625-650 ; sent", Once},
+            {"bridge hold Enter +100-600+600-625+625-650 ; sent", Once},
             // A window that opens, or comes to light, under a held key does not get its repeats.
             {"go GoToPresets hold Space +100-600 in dlgPresets go ExitPresets hold Space +600-625+625-650 windows "
              "hold Escape +700-900+900 in KVN32x32Audio hold Escape -925+925-950 windows",
@@ -265,5 +267,10 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(HandsTest)
+int main(int argc, char **argv) {
+    Application application(argc, argv);
+    HandsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "HandsTest.moc"

@@ -28,6 +28,21 @@ inline void pick(QListWidget *list, int row, bool twice = false) {
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
 }
 
+/// Takes key events away and brings back copies without their time, as the bridge to assistive
+/// technologies does while one of them listens.
+class KeyBridge : public QObject {
+public:
+    KeyBridge() { QCoreApplication::instance()->installEventFilter(this); }
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        const auto *key = dynamic_cast<QKeyEvent *>(event);
+        if (!key || key->type() == QEvent::ShortcutOverride || key->timestamp() == 0)
+            return false;
+        QCoreApplication::postEvent(
+            watched, new QKeyEvent(key->type(), key->key(), {}, key->text(), key->isAutoRepeat()));
+        return true;
+    }
+};
+
 /// Plays what the user does, in words, beginning in the start window. Steps have " ; " between them
 /// and 10 seconds, so that all that waits for time alone is over, or " , " and a moment; a step may
 /// come while the one before still waits for the user. Names go without "Button(s)",
@@ -41,6 +56,7 @@ inline void pick(QListWidget *list, int row, bool twice = false) {
 ///     key KEY        a key by Qt's name, to an open menu or list first; KEY*3: three times
 ///     hold KEY +1-9  its events as the window system tells them: "+" pressed or "-" released at
 ///                    these milliseconds, "!" marked as a repeat
+///     bridge         lets an assistive technology listen to the keys from now on
 ///     type TEXT      into what has the focus;   paste TEXT: with blanks around it
 ///     pick LIST ROW  a click on an entry;   double LIST ROW
 ///     menu ITEM      of the window's menu;   frame: closes the window;   end: the start window
@@ -58,6 +74,7 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
     bool any = false;
     std::string window = "frmMain";
     std::istringstream words; // of the step that is played
+    std::unique_ptr<KeyBridge> bridge;
     Program &program = kvn.program;
     // clang-format off
     const auto word = [&] { std::string read; words >> read; return read; };
@@ -124,6 +141,7 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
         {"go", [&] { part()->setFocus(); }},
         {"key", [&] { press(next()); }},
         {"hold", [&] { const Qt::Key key = keysOf(next()).key(); hold(key, next()); }},
+        {"bridge", [&] { bridge = std::make_unique<KeyBridge>(); }},
         {"type", [&] { for (const QChar letter : next())
                            QTest::sendKeyEvent(QTest::Click, focus(), Qt::Key_A, letter, Qt::NoModifier); }},
         {"paste", [&] { QGuiApplication::clipboard()->setText(u' ' + next() + u'\n');
