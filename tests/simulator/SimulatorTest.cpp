@@ -122,11 +122,13 @@ private Q_SLOTS:
             {"CFG ?|^", "|^KVN-8x4-RGBA|^"},
             {"Con 5(1,3)|STA O A|", "!|^STA O A|^  Output 1 (A,U,0,V,-20,1,D,5)|^  Output 3 (A,U,0,V,-20,3,D,5)|^"},
             {"Con 5F (4)|STA O A|", "!|^STA O A|^  Output 4 (A,U,0,V,-20,5,D,4)|^"},
-            {"Con 8(1)7F (1,2)|STA O A|", "!|^STA O A|^  Output 1 (A,U,0,V,-20,7,D,8)|^  Output 2 (A,U,0,V,-20,7,D,2)|^"},
+            {"Con 8(1)7F (1,2)|STA O A|", "!|^STA O A|^  Output 1 (A,U,0,V,-20,7,D,8)"
+                                          "|^  Output 2 (A,U,0,V,-20,7,D,2)|^"},
             {"DIS 1F,2,4,4F|STA O A|", "!|^STA O A|^  Output 1 (A,U,0,V,-20,255,D,1)"
                                        "|^  Output 2 (A,U,0,V,-20,2,D,255)|^  Output 4 (A,U,0,V,-20,255,D,255)|^"},
             {"MUT M 2|MUT M 4|MUT U 4|STA O A|", "!!!|^STA O A|^  Output 2 (A,M,0,V,-20,2,D,2)|^"},
-            {"VOL L 4 5|VOL L 1 -45|STA O A|", "!!|^STA O A|^  Output 1 (A,U,0,V,-45,1,D,1)|^  Output 4 (A,U,0,V,5,4,D,4)|^"},
+            {"VOL L 4 5|VOL L 1 -45|STA O A|", "!!|^STA O A|^  Output 1 (A,U,0,V,-45,1,D,1)"
+                                                "|^  Output 4 (A,U,0,V,5,4,D,4)|^"},
             {"VOL L 2 0|VOL L 2?|", "!|^VOL L 2 0|^"},
             {"PST X 8|STA O 4|", "!|^STA O 4|^  Output 4 (A,U,0,V,-20,8,D,8)|^"},
             {"V~O~L~ L 1?~|", "|^VOL L 1 -20|^"},
@@ -161,9 +163,9 @@ private Q_SLOTS:
         "| |\n|cfg ?|CFG?|CFG ? |STA O|STA O |STA O a|STA O AA|STA O 1 |STA O 0|STA O 5|CON 1(1)|Con|Con 1|Con 1(1|"
         "Con 1(1)2|Con 1(1)1F(1)|Con 1F (1) |Con 1(1)1F (1)1F (1)|Con (1)|Con -1(1)|Con 1()|Con 1(1,)|Con 1(1, 2)|"
         "Con 01(1)|Con 0(1)|Con 9(1)|Con 1(2)9F (1)|Con 4294967297(1)|Con 8(1,2,5)|Con 8(1)8F (1,0)|DIS |DIS F|DIS ,|"
-        "DIS 1,|DIS 1;2|DIS 1FF|DIS 1,2,3,5|DIS 1,5F|MUTM 1|MUT X 1|MUT M |MUT M 1 |MUT M 5|VOL L 1|VOL L 1 |VOL L 1?1|"
-        "VOL L 1  -20|VOL L 1 1e1|VOL L 1 -12.5|VOL L 1 +5|VOL L 1 -0|VOL L 1 6|VOL L 1 -46|VOL L 1 -100|VOL L 5 0|"
-        "VOL L 0?|PST X 0|PST X 9|PST X +1|PST X 1,2|ECHO OFFF|\xff\xfe";
+        "DIS 1,|DIS 1;2|DIS 1FF|DIS 1,2,3,5|DIS 1,5F|MUTM 1|MUT X 1|MUT M |MUT M 1 |MUT M 5|VOL L 1|VOL L 1 |"
+        "VOL L 1?1|VOL L 1  -20|VOL L 1 1e1|VOL L 1 -12.5|VOL L 1 +5|VOL L 1 -0|VOL L 1 6|VOL L 1 -46|VOL L 1 -100|"
+        "VOL L 5 0|VOL L 0?|PST X 0|PST X 9|PST X +1|PST X 1,2|ECHO OFFF|\xff\xfe";
         // clang-format on
         for (const QByteArray &command : commands.split('|')) {
             const std::string text = command.toStdString();
