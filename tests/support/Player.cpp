@@ -1,6 +1,7 @@
 #include "support/Player.h"
 
-#include <cstdlib>
+#include "protocol/Text.h"
+
 #include <sstream>
 
 namespace {
@@ -205,7 +206,7 @@ void Player::act(const std::string &word) {
     const auto end = std::min(word.find_first_of("0123456789="), word.size());
     const std::string verb = word.substr(0, end);
     const std::string rest = word.substr(end + (word[end] == '=' ? 1 : 0));
-    const int number = std::atoi(rest.c_str());
+    const int number = static_cast<int>(leadingNumber(rest));
     if (Marks.contains(verb))
         return click(Marks.at(verb), rest);
     frmMain &main = program.startForm;
