@@ -32,12 +32,7 @@ ConnectWindow::ConnectWindow(dlgConnect &connectForm, const ConnectView &connect
     status.ZarnConnectedLabel->setMinimumHeight(grown(28));
     layout->addLayout(linkRow);
     setFixedSize(grown(QSize(420, 300)));
-    whenKey(Qt::Key_Escape, [this] {
-        if (SerialPortsCombo->view()->isVisible())
-            SerialPortsCombo->hidePopup();
-        else
-            dialog.unload();
-    });
+    whenKey(Qt::Key_Escape, [this] { dialog.unload(); });
 }
 
 QGroupBox *ConnectWindow::buildOptions() {

@@ -3,6 +3,8 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 
+PortList::PortList(QWidget *parent) : QComboBox(parent) { view()->installEventFilter(this); }
+
 void PortList::showPopup() {
     QComboBox::showPopup();
     if (!view()->currentIndex().isValid())
@@ -15,4 +17,15 @@ void PortList::keyPressEvent(QKeyEvent *event) {
         showPopup();
     else
         QComboBox::keyPressEvent(event);
+}
+
+bool PortList::eventFilter(QObject *watched, QEvent *event) {
+    // Qt closes the list before the shortcuts of the window are asked, and leaves them the key.
+    if (event->type() == QEvent::ShortcutOverride && view()->isVisible() &&
+        static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel)) {
+        hidePopup();
+        event->accept();
+        return true;
+    }
+    return QComboBox::eventFilter(watched, event);
 }

@@ -13,6 +13,8 @@ const std::string Once = "DIS ," + Queries;
 const std::string Twice = Once + Once;
 const std::string Connecting = "click MainControl0 ; in dlgConnect ";
 const std::string Ethernet = Connecting + "click ConnectIPOption ";
+const std::string AtPorts =
+    "ports 2 " + Connecting + "click ConnectSerialOption go SerialPortsCombo ";
 const std::string Pasted = Ethernet + "paste 10.200.30.4 ";
 const std::string Units = "dlgControlExisting";
 const std::string InUnits = "click MainControl2 in " + Units + " ";
@@ -86,8 +88,8 @@ private Q_SLOTS:
             {"ports 2 " + Connecting + "key Right key Space ; walk Tab key Down*2 line key Return ; in dlgOK "
              "key Return ; line in dlgConnect list SerialPortsCombo walk Tab",
              "SerialPortsCombo, close, open 2 38400,N,8,1,  Comm1 [Comm2], Connect2Serial"},
-            {"ports 2 " + Connecting + "click ConnectSerialOption go SerialPortsCombo key End ; line in dlgOK "
-             "key Return ; line in dlgConnect click Connect2Serial ; windows",
+            {AtPorts + "key Down key Esc focus windows", "SerialPortsCombo, dlgConnect frmMain"},
+            {AtPorts + "key End ; line in dlgOK key Return ; line in dlgConnect click Connect2Serial ; windows",
              "close, open 2 38400,N,8,1, KVN32x32Audio frmMain"}});
     }
 
