@@ -3,12 +3,15 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 
+#include <algorithm>
+
 PortList::PortList(QWidget *parent) : QComboBox(parent) { view()->installEventFilter(this); }
 
 void PortList::showPopup() {
     QComboBox::showPopup();
-    if (!view()->currentIndex().isValid())
-        view()->setCurrentIndex(model()->index(0, modelColumn(), rootModelIndex()));
+    // The focus has made the first entry the current one, but has not marked it.
+    const int row = std::max(currentIndex(), 0);
+    view()->setCurrentIndex(model()->index(row, modelColumn(), rootModelIndex()));
 }
 
 void PortList::keyPressEvent(QKeyEvent *event) {

@@ -88,7 +88,8 @@ private Q_SLOTS:
             {"ports 2 " + Connecting + "key Right key Space ; walk Tab key Down*2 line key Return ; in dlgOK "
              "key Return ; line in dlgConnect list SerialPortsCombo walk Tab",
              "SerialPortsCombo, close, open 2 38400,N,8,1,  Comm1 [Comm2], Connect2Serial"},
-            {AtPorts + "key Down key Esc focus windows", "SerialPortsCombo, dlgConnect frmMain"},
+            {AtPorts + "key Down list SerialPortsCombo key Esc focus windows",
+             "[Comm1] Comm2 , SerialPortsCombo, dlgConnect frmMain"},
             {AtPorts + "key End ; line in dlgOK key Return ; line in dlgConnect click Connect2Serial ; windows",
              "close, open 2 38400,N,8,1, KVN32x32Audio frmMain"}});
     }

@@ -41,13 +41,14 @@ inline std::string hints(const QWidget *widget) {
            widget->accessibleDescription().toStdString();
 }
 
-/// The entries of a list, the chosen one in brackets.
+/// The entries of a list, the chosen one in brackets, or the marked one of a list dropped down.
 inline std::string entries(QWidget *widget) {
-    const auto *list = qobject_cast<QListWidget *>(widget);
     const auto *combo = qobject_cast<QComboBox *>(widget);
-    const QAbstractItemModel *model = list ? list->model() : combo->model();
-    const bool none = list && list->selectedItems().isEmpty();
-    const int chosen = none ? -1 : list ? list->currentRow() : combo->currentIndex();
+    const auto *list = combo ? combo->view() : qobject_cast<QAbstractItemView *>(widget);
+    const QAbstractItemModel *model = list->model();
+    const bool none = !list->selectionModel()->hasSelection();
+    const int marked = none ? -1 : list->currentIndex().row();
+    const int chosen = combo && !list->isVisible() ? combo->currentIndex() : marked;
     std::string all;
     for (int row = 0; row < model->rowCount(); ++row) {
         const std::string text = model->index(row, 0).data().toString().toStdString();
