@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -21,6 +22,8 @@ void PortList::keyPressEvent(QKeyEvent *event) {
     else
         QComboBox::keyPressEvent(event);
 }
+
+void PortList::wheelEvent(QWheelEvent *event) { event->ignore(); }
 
 bool PortList::eventFilter(QObject *watched, QEvent *event) {
     // Qt closes the list before the shortcuts of the window are asked, and leaves them the key.

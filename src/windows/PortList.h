@@ -2,8 +2,8 @@
 
 #include <QComboBox>
 
-/// A list that drops down. The arrow keys open it and choose nothing while it is closed; Esc closes
-/// it and nothing else.
+/// A list that drops down. While it is closed the arrow keys open it and choose nothing, nor does
+/// the wheel; while it is open Esc closes it and nothing else.
 class PortList : public QComboBox {
 public:
     explicit PortList(QWidget *parent);
@@ -13,5 +13,6 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 };

@@ -90,6 +90,7 @@ private Q_SLOTS:
              "SerialPortsCombo, close, open 2 38400,N,8,1,  Comm1 [Comm2], Connect2Serial"},
             {AtPorts + "key Down list SerialPortsCombo key Esc focus windows",
              "[Comm1] Comm2 , SerialPortsCombo, dlgConnect frmMain"},
+            {AtPorts + "wheel SerialPortsCombo -120 list SerialPortsCombo", " Comm1  Comm2 "},
             {AtPorts + "key End ; line in dlgOK key Return ; line in dlgConnect click Connect2Serial ; windows",
              "close, open 2 38400,N,8,1, KVN32x32Audio frmMain"}});
     }
