@@ -70,9 +70,12 @@ void FaceButton::paintEvent(QPaintEvent *) {
     const bool pointed = isEnabled() && underMouse();
     outline(0.0, line, pointed ? ground.focus : fill.darker(isEnabled() ? 150 : 115));
     painter.setBrush(Qt::NoBrush);
-    // Within the edge, which the next button may cover; within the ring of the focus too.
-    if (picked)
-        outline(line, 2.0 * line, colour::textOn(fill));
+    if (picked) {
+        // Within the edge, which the next button may cover. Some of it shows in the focus's ring.
+        const double screenPixel = 1.0 / devicePixelRatio();
+        const double seen = hasFocus() ? 2.0 * line + screenPixel : 0.0;
+        outline(line, std::max(lineWidth(*this, 2.0), seen - line), colour::textOn(fill));
+    }
     painter.setPen(isEnabled() ? colour::textOn(fill) : ground.disabledText);
     painter.setFont(font());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());

@@ -46,8 +46,10 @@ QMargins grown(const QMargins &margins) {
             grown(margins.bottom())};
 }
 
-double lineWidth(const QWidget &widget) {
-    return std::max(1.0, double(widget.fontInfo().pixelSize()) / LineForFontPixels);
+double lineWidth(const QWidget &widget, double lines) {
+    const double screenPixels = widget.devicePixelRatio();
+    const double width = lines * widget.fontInfo().pixelSize() / LineForFontPixels;
+    return std::max(1.0, std::round(width * screenPixels)) / screenPixels;
 }
 
 QIcon programIcon() {

@@ -16,8 +16,9 @@ int grown(int pixels);
 QSize grown(const QSize &size);
 QMargins grown(const QMargins &margins);
 
-/// The width of a thin line of a widget: it grows with the widget's font and is a pixel at least.
-double lineWidth(const QWidget &widget);
+/// The width of a line of a widget that is as heavy as so many thin ones. It grows with the
+/// widget's font, in whole pixels of the screen, and is one of them at least.
+double lineWidth(const QWidget &widget, double lines = 1.0);
 
 /// The program's picture: a matrix with some of its points connected.
 QIcon programIcon();
