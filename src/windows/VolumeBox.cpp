@@ -7,7 +7,11 @@
 #include <cstdlib>
 #include <utility>
 
-VolumeBox::VolumeBox(QWidget *parent) : QLineEdit(parent) { setMouseTracking(true); }
+VolumeBox::VolumeBox(QWidget *parent) : QLineEdit(parent) {
+    setMouseTracking(true);
+    // The selection that the focus brings would look as if it were to be typed over.
+    connect(this, &QLineEdit::selectionChanged, this, &QLineEdit::deselect);
+}
 
 void VolumeBox::showEvent(QShowEvent *event) {
     QLineEdit::showEvent(event);

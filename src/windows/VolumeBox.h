@@ -8,7 +8,8 @@
 
 /// A read-only box that tells when it is pointed at: by a movement of the mouse, a click, or Space
 /// or Enter while it has the focus. A box that comes up under a pointer at rest is not pointed at.
-/// Where it is told what steps mean, plus and minus and each notch of the wheel make one.
+/// Nothing in it can be selected. Where it is told what steps mean, plus and minus and each notch
+/// of the wheel make one.
 class VolumeBox : public QLineEdit {
 public:
     explicit VolumeBox(QWidget *parent = nullptr);
