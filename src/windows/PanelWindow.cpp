@@ -305,21 +305,35 @@ void PanelWindow::showTip(const QPoint &pointer) {
     font.setPixelSize(static_cast<int>(TipFontPixels * sheetScale(sheet->size())));
     QToolTip::showText(sheet->mapToGlobal(pointer), placed->widget->toolTip(), placed->widget);
     for (QWidget *tip : QApplication::topLevelWidgets()) {
-        if (!tip->inherits("QTipLabel") || !tip->isVisible())
+        auto *text = qobject_cast<QLabel *>(tip);
+        if (!tip->inherits("QTipLabel") || !tip->isVisible() || !text)
             continue;
         tip->setFont(font);
-        tip->resize(tip->sizeHint());
-        tip->move(sheet->mapToGlobal(tipPlace(*placed, pointer, tip->size())));
+        const int room = tipRoom(*placed).width();
+        text->setWordWrap(false); // it may be the same tip again
+        QSize size = tip->sizeHint();
+        if (size.width() > room) {
+            text->setWordWrap(true);
+            size = QSize(room, text->heightForWidth(room));
+        }
+        tip->resize(size);
+        tip->move(sheet->mapToGlobal(tipPlace(*placed, pointer, size)));
     }
 }
 
+bool PanelWindow::isOnCard(const Placed &placed) {
+    return placed.place.y > InputsCard.y && placed.place.y < OutputsCard.y + OutputsCard.height;
+}
+
+QRect PanelWindow::tipRoom(const Placed &placed) const {
+    return isOnCard(placed) ? onSheet(TipStrip, sheet->size()) : sheet->rect();
+}
+
 QPoint PanelWindow::tipPlace(const Placed &placed, const QPoint &pointer, const QSize &tip) const {
-    const bool onCard =
-        placed.place.y > InputsCard.y && placed.place.y < OutputsCard.y + OutputsCard.height;
-    const QRect strip = onCard ? onSheet(TipStrip, sheet->size()) : sheet->rect();
-    const int left = std::min(pointer.x() - tip.width() / 2, strip.right() - tip.width());
-    return {std::max(left, strip.left()), onCard ? strip.center().y() - tip.height() / 2
-                                                 : placed.widget->geometry().bottom() + 2};
+    const QRect room = tipRoom(placed);
+    const int left = std::min(pointer.x() - tip.width() / 2, room.right() - tip.width());
+    return {std::max(left, room.left()), isOnCard(placed) ? room.center().y() - tip.height() / 2
+                                                          : placed.widget->geometry().bottom() + 2};
 }
 
 QFont PanelWindow::fittingFont() const {

@@ -47,6 +47,8 @@ private:
     void place(Placed &placed) const;
     void showName();
     void showTip(const QPoint &pointer);
+    [[nodiscard]] static bool isOnCard(const Placed &placed);
+    [[nodiscard]] QRect tipRoom(const Placed &placed) const;
     [[nodiscard]] QPoint tipPlace(const Placed &placed, const QPoint &pointer,
                                   const QSize &tip) const;
     [[nodiscard]] QFont fittingFont() const;

@@ -57,7 +57,8 @@ QWidget *tipOn(const QWidget *control) {
     QWidget *under = sheet->childAt(at); // the pointer goes through a lamp
     under = under ? under : sheet;
     QHelpEvent rest(QEvent::ToolTip, under->mapFrom(sheet, at), sheet->mapToGlobal(at));
-    QApplication::sendEvent(under, &rest);
+    for (int asked = 0; asked < 2; ++asked) // again where the pointer moves on it
+        QApplication::sendEvent(under, &rest);
     for (QWidget *tip : QApplication::topLevelWidgets()) {
         if (tip->inherits("QTipLabel") && tip->isVisible())
             return tip;
@@ -103,6 +104,8 @@ private Q_SLOTS:
         auto *window = kvn.window(Panel);
         auto *sheet = on("TakeButton")->parentWidget();
         const int menu = window->height() - sheet->height();
+        for (int slot = 1; slot <= 31; ++slot) // a tip of more than one line
+            (slot % 2 ? view.InputVideoConnected : view.InputAudioConnected)[slot].text = "32";
         view.OutputVolumeValue[32].text = "Vol -45";
         view.MuteButton[32].text = "MUTED";
         view.InputAudioConnected[32].text = "NC";
@@ -156,8 +159,9 @@ private Q_SLOTS:
                     if (secondRow != 0 && slot % 16 > 1)
                         continue;
                     if (control->focusPolicy() != Qt::NoFocus && control->isVisible()) {
-                        control->setFocus();
-                        QVERIFY2(hasRing(control), name.c_str());
+                        control->setFocus(Qt::TabFocusReason);
+                        QVERIFY2(hasRing(control) && !control->property("hasSelectedText").toBool(),
+                                 name.c_str());
                     }
                     for (int output = 1; name == "TakeButton" && output <= 32; ++output)
                         kvn.click(Panel, "OutputVidAudButtons_" + std::to_string(output));
@@ -171,12 +175,17 @@ private Q_SLOTS:
         const QWidget *last = tipOn(on("TakeButton"));
         tipOn(on("ExitButton"));
         QTRY_VERIFY(!last->isVisible());
-        window->resize(1862, 1380 + menu);
         kvn.click(Panel, "InputVideoAudioButtons_3");
-        for (const int slot : {3, 4}) { // the mark of what is picked
+        // The mark of what is picked, which leaves the caption its room.
+        for (const auto &[height, slot, y, marked] : {std::tuple(518, 3, 1, true),
+                                                      {518, 3, 2, false},
+                                                      {1380, 3, 3, true},
+                                                      {1380, 4, 3, false}}) {
+            window->resize(1862, height + menu);
+            QCoreApplication::processEvents();
             auto *button = on("InputVideoAudioButtons_" + std::to_string(slot));
-            const QColor inside(QString::fromStdString(pixel(button, button->width() / 2, 3)));
-            QCOMPARE(inside.lightness() < 80, slot == 3);
+            const QColor inside(QString::fromStdString(pixel(button, button->width() / 2, y)));
+            QCOMPARE(inside.lightness() < 80, marked);
         }
         QVERIFY(QFontInfo(on("TakeButton")->font()).pixelSize() >= 18);
         QVERIFY(on("TakeButton")->font().bold() && !on("ClearButton")->font().bold());
