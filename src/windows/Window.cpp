@@ -160,6 +160,11 @@ void Window::refresh() {
 }
 
 void Window::refreshBound() {
+    // What goes leaves before anything comes: a layout that holds both makes the window larger.
+    for (const Bound &binding : bound) {
+        if (!binding.control->visible)
+            binding.widget->hide();
+    }
     for (Bound &binding : bound) {
         const Control &control = *binding.control;
         if (binding.shown == control)

@@ -95,6 +95,7 @@ private Q_SLOTS:
                 std::to_string(unit) + "\r\nKVN TYPE = SERIAL\r\n";
         kvn.program.unitsForm.LoadForm();
         kvn.windows.refresh();
+        const QSize opened = kvn.window(Units)->size();
         kvn.click(Units, "OptionsCommand_1");
         QCoreApplication::processEvents();
         for (const char *const name : {"AvailCorvanesList", "ConnectChoiceList"}) {
@@ -102,6 +103,9 @@ private Q_SLOTS:
             QCOMPARE(list->horizontalScrollBar()->maximum(), 0);
             QCOMPARE(list->verticalScrollBar()->maximum(), 0);
         }
+        kvn.click(Units, "CancelCommand");
+        QCoreApplication::processEvents();
+        QCOMPARE(kvn.window(Units)->size(), opened);
     }
 
     void followTheDesktopsLightAndFont() {
