@@ -129,14 +129,14 @@ QGroupBox *UnitsWindow::buildWorkArea() {
                 this, [this, row] { report([&] { dialog.AvailCorvanesList_DoubleClick(row); }); },
                 Qt::QueuedConnection);
         });
-    ConnectChoiceList =
-        buildList("ConnectChoiceList", QStringLiteral("Connection kind"), view.ConnectChoiceList,
-                  &dlgControlExisting::ConnectChoiceList_Click, frame);
-    ConnectChoiceList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto *ControlledbyText = named(new QLineEdit(frame), "ControlledbyText");
     ControlledbyText->setAccessibleName(QStringLiteral("Controlled via"));
     makeReadOnly(ControlledbyText);
     bind(ControlledbyText, view.ControlledbyText);
+    ConnectChoiceList =
+        buildList("ConnectChoiceList", QStringLiteral("Connection kind"), view.ConnectChoiceList,
+                  &dlgControlExisting::ConnectChoiceList_Click, frame);
+    ConnectChoiceList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(grown(10));

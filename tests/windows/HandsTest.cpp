@@ -108,6 +108,7 @@ private Q_SLOTS:
              "Add Corvane, Text3, " + Before + ", " + Before + " \u00C4b SERIAL"},
             {Adding + "type C pick ConnectChoiceList 1 go CntrlIPAddressQuad0 type 1.2.3.4 key Enter file",
              Before + " C ETHER IP 1.2.3.4"},
+            {Adding + "pick ConnectChoiceList 1 go Text3 walk Tab*3", "ControlledbyText, ConnectChoiceList, CntrlIPAddressQuad0"},
             {Deleting + "see AddFrame pick AvailList 0 go CancelCommand key Return see AddFrame file",
              "Delete Corvane, Delete Corvane hidden, " + Before},
             {Deleting + "pick AvailList 0 click AddCommand ; in dlgYesNo click Yes ; file", Before.substr(12)},
