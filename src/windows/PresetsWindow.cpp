@@ -4,25 +4,34 @@
 #include "ProgramLook.h"
 
 #include <QGridLayout>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace {
-constexpr int Columns = 8;
+constexpr int MostColumns = 8;
 }
 
 PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presetsView)
     : Window("dlgPresets", presetsForm, presetsView.form) {
     setWindowTitle(QStringLiteral("Preset Handler"));
     stops = new GridFocus(this);
+    const int margin = grown(16);
+    const int gap = grown(8);
+    const QSize smallest = grown(QSize(72, 32));
+    // With a large font a narrow screen has room for fewer beside each other.
+    const int room = screen()->availableSize().width() - 2 * margin;
+    const int columns = std::clamp((room + gap) / (smallest.width() + gap), 1, MostColumns);
     auto *grid = new QGridLayout(this);
-    grid->setContentsMargins(grown(QMargins(16, 16, 16, 16)));
-    grid->setSpacing(grown(8));
+    grid->setContentsMargins(margin, margin, margin, margin);
+    grid->setSpacing(gap);
     for (int preset = 1; preset <= presetsView.NewPresetButton.last(); ++preset) {
         auto *button = new FaceButton(QString(), this);
         button->setObjectName(QStringLiteral("NewPresetButton_%1").arg(preset));
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-        button->setMinimumSize(grown(QSize(72, 32)));
+        button->setMinimumSize(smallest);
         button->setSpokenChecked(false);
-        grid->addWidget(button, (preset - 1) / Columns, (preset - 1) % Columns);
+        grid->addWidget(button, (preset - 1) / columns, (preset - 1) % columns);
         stops->add(button, 0);
         bind(button, presetsView.NewPresetButton[preset]);
         whenClicked(button, [&presetsForm, preset] { presetsForm.NewPresetButton_Click(preset); });
@@ -33,8 +42,10 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
     for (FaceButton *button : {ExecutePresetButton, ExitPresets})
         button->setMinimumHeight(grown(40));
     grid->setRowMinimumHeight(lastRow, grown(12));
-    grid->addWidget(ExecutePresetButton, lastRow + 1, 0, 1, Columns / 2);
-    grid->addWidget(ExitPresets, lastRow + 1, Columns / 2, 1, Columns / 2);
+    auto *commands = new QHBoxLayout;
+    commands->addWidget(ExecutePresetButton, 1);
+    commands->addWidget(ExitPresets, 1);
+    grid->addLayout(commands, lastRow + 1, 0, 1, columns);
     stops->add(ExecutePresetButton, 1);
     stops->add(ExitPresets, 2);
     bind(ExecutePresetButton, presetsView.ExecutePresetButton);
