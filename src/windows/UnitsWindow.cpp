@@ -5,11 +5,15 @@
 #include "TextConversion.h"
 
 #include <QGridLayout>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QRegularExpressionValidator>
 #include <QScreen>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 namespace {
@@ -19,6 +23,30 @@ QValidator *nameValidator(QObject *parent) {
     static const QRegularExpression printable(QStringLiteral("[\\x20-\\x7E\\xA0-\\xFF]*"));
     return new QRegularExpressionValidator(printable, parent);
 }
+
+/// Entries are as wide as their list, whatever they hold. One that is cut by that is whole in its
+/// tool tip.
+class FittedEntries : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option,
+                                 const QModelIndex &index) const override {
+        return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+    }
+
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *list, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override {
+        if (event->type() != QEvent::ToolTip)
+            return QStyledItemDelegate::helpEvent(event, list, option, index);
+        const bool cut = QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width();
+        const QString name = index.data().toString();
+        QToolTip::showText(event->globalPos(),
+                           cut ? Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal) : QString(),
+                           list, option.rect);
+        return true;
+    }
+};
 
 int chosenRow(const QListWidget &list) {
     return list.selectedItems().isEmpty() ? -1 : list.currentRow();
@@ -121,6 +149,7 @@ QGroupBox *UnitsWindow::buildWorkArea() {
     AvailCorvanesList =
         buildList("AvailCorvanesList", QStringLiteral("Saved units"), view.AvailCorvanesList,
                   &dlgControlExisting::AvailCorvanesList_Click, frame);
+    AvailCorvanesList->setItemDelegate(new FittedEntries(AvailCorvanesList));
     // The handler waits, so it must not run inside the list's own handling of the click.
     connect(
         AvailCorvanesList, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem *item) {

@@ -6,6 +6,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTemporaryFile>
+#include <QToolTip>
 #include <QWindow>
 #include <QtTest/QtTest>
 
@@ -92,7 +93,8 @@ private Q_SLOTS:
         for (int unit = 1; unit <= 8; ++unit)
             kvn.files.contentsOf["program/KVNConfigurator.ini"] +=
                 "KVN NAME = Main auditorium, west wing, ground floor, rack " +
-                std::to_string(unit) + "\r\nKVN TYPE = SERIAL\r\n";
+                std::to_string(unit) + (unit == 8 ? std::string(200, '<') : "") +
+                "\r\nKVN TYPE = SERIAL\r\n";
         kvn.program.unitsForm.LoadForm();
         kvn.windows.refresh();
         const QSize opened = kvn.window(Units)->size();
@@ -102,6 +104,14 @@ private Q_SLOTS:
             const auto *list = kvn.part<QListWidget>(Units, name);
             QCOMPARE(list->horizontalScrollBar()->maximum(), 0);
             QCOMPARE(list->verticalScrollBar()->maximum(), 0);
+        }
+        // Only a name that is cut is told by the pointer.
+        auto *units = kvn.part<QListWidget>(Units, "AvailCorvanesList");
+        for (const int row : {0, 7}) {
+            const QPoint at = units->visualItemRect(units->item(row)).center();
+            QHelpEvent pointed(QEvent::ToolTip, at, units->viewport()->mapToGlobal(at));
+            QCoreApplication::sendEvent(units->viewport(), &pointed);
+            QCOMPARE(QToolTip::text().contains(units->item(row)->text().toHtmlEscaped()), row == 7);
         }
         kvn.click(Units, "CancelCommand");
         QCoreApplication::processEvents();

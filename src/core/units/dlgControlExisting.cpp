@@ -11,8 +11,8 @@ namespace {
 
 constexpr int LingerSeconds = 3;
 
-/// A name in a list or a question. A file can hold names that no window has room for.
-std::string shownName(const std::string &name) {
+/// A name in a question. A file can hold names that no window has room for.
+std::string askedName(const std::string &name) {
     constexpr std::size_t Longest = 60;
     return name.size() <= Longest ? name : name.substr(0, Longest) + "...";
 }
@@ -75,7 +75,7 @@ void dlgControlExisting::InitializeKVNControlBlocks() {
     const std::string failure = file.CheckGetIniFile();
     view.AvailCorvanesList.entries.clear();
     for (int index = 1; index <= units.ControlBlockCount; ++index)
-        view.AvailCorvanesList.entries.push_back(shownName(units.KVNControlBlocks[index].Name));
+        view.AvailCorvanesList.entries.push_back(units.KVNControlBlocks[index].Name);
     view.AvailCorvanesList.chosen = -1;
     if (!failure.empty())
         user.ShowMessage(failure);
@@ -308,7 +308,7 @@ void dlgControlExisting::DeleteCorvane() {
     const KVNControlBlock before = units.KVNControlBlocks[index];
     // A question that is closed unanswered must not count as the yes of an earlier one.
     user.answer(false);
-    user.AskYesNo("Are you sure you want to delete " + latin1ToUtf8(shownName(before.Name)) + " ?");
+    user.AskYesNo("Are you sure you want to delete " + latin1ToUtf8(askedName(before.Name)) + " ?");
     if (user.answered() && isShowing(mine)) {
         const bool unsavedBefore = units.UnsavedChanges;
         units.KVNControlBlocks[index] = {};

@@ -108,7 +108,7 @@ private Q_SLOTS:
             {"holds24 add name=N go", times(24, "A:SERIAL ") + "N:SERIAL " + times(24, " A")},
             {"holds25 add go", "{full} " + times(25, "A:SERIAL ") + times(25, " A")},
             {"save=Full. add name=" + times(61, "\xE9") + " go delete question=no unit2 go",
-             "{Full.} <delete " + times(60, "\xC3\xA9") + "... ?> " + both + " A B " + times(60, "\xE9") + "..."},
+             "{Full.} <delete " + times(60, "\xC3\xA9") + "... ?> " + both + " A B " + times(61, "\xE9")},
             {"save=Full. add name=N go back units save= add name=N go", "{Full.} " + both + "N:SERIAL N:SERIAL  A "
              "B N"},
             {"read=Bad. start edit", "{Bad.} {Bad.} " + both + " A B"},
