@@ -188,8 +188,8 @@ void PanelWindow::buildSlots(const SlotArray &array) {
             array.kind, QStringLiteral("%1_%2").arg(QLatin1String(array.name)).arg(slot),
             (view.*array.controls)[slot]);
         widgets.at(static_cast<std::size_t>(slot)) = widget;
-        if (array.controls == &PanelView::MuteButton)
-            static_cast<FaceButton *>(widget)->setSpokenChecked(false);
+        if (auto *button = dynamic_cast<FaceButton *>(widget))
+            button->setSpokenChecked(false);
         placedControls.push_back({widget, slotRect(array, slot)});
         if (!array.clicked)
             continue;

@@ -28,7 +28,8 @@ void showButton(QWidget &widget, const Control &control) {
         face->setFace(colour::of(control.face));
         face->setPicked(control.picked || control.face == Face::Chosen);
         if (face->spokenChecked())
-            face->setSpokenChecked(control.face == Face::Muted || control.face == Face::Chosen);
+            face->setSpokenChecked(control.picked || control.face == Face::Muted ||
+                                   control.face == Face::Chosen);
     }
 }
 

@@ -22,6 +22,8 @@ dlgInputConnect = Dialog How to Connect Inputs to Outputs; KVN32x32Audio HlpFile
 KVN32x32Audio InputVideoLamp_3 = Graphic Input 3 video lamp:unlit; frmMain ZarnConnectedLabel = StaticText Connected on COM7
 KVN32x32Audio MuteButton_3 = Button Output 3 mute on:video from input 3, audio from input 3, volume -20, muted
 KVN32x32Audio MuteButton_4 = Button Output 4 mute off:video from input 4, audio from input 4, volume -20, not muted
+KVN32x32Audio InputVideoButtons_5 = Button Input 5 video on:video to output 5, audio to output 5
+KVN32x32Audio InputVideoButtons_6 = Button Input 6 video off:video to output 6, audio to output 6
 dlgPresets NewPresetButton_5 = Button Preset 5 on; dlgPresets NewPresetButton_6 = Button Preset 6 off
 dlgConnect ConnectIPOption = RadioButton Ethernet on; dlgConnect SerialPortsCombo = ComboBox Serial ports:Comm7. why
 dlgConnect ZarnConnectedImage = Graphic Link up; dlgConnect ZarnNotConnectedImage = Graphic Link down
@@ -253,6 +255,7 @@ private Q_SLOTS:
     void areSpokenAndPressed() {
         Views &views = kvn->program.views;
         kvn->openPanel();
+        kvn->click(Panel, "InputVideoButtons_5");
         kvn->program.panelForm.presetsForm().LoadForm();
         for (FormView *form : views.forms())
             form->loaded = true;
