@@ -92,6 +92,7 @@ void Window::whenKey(const QKeySequence &keys, std::function<void()> action) {
 
 void Window::setMenuBar(QMenuBar *bar) {
     layout()->setMenuBar(bar);
+    bar->setAccessibleName(QStringLiteral("Menu"));
     for (QAction *title : bar->actions())
         title->menu()->setAccessibleName(title->iconText()); // without the mark of the key
     whenKey(Qt::Key_F10, [bar] {

@@ -64,8 +64,7 @@ std::vector<QAccessibleInterface *> met(QAccessibleInterface *thing) {
     std::vector<QAccessibleInterface *> all;
     if (!thing || thing->state().invisible)
         return all;
-    if (!std::set{QAccessible::Client, QAccessible::MenuBar, QAccessible::Notification}.contains(
-            thing->role()))
+    if (!std::set{QAccessible::Client, QAccessible::Notification}.contains(thing->role()))
         all.push_back(thing);
     for (int index = 0; index < thing->childCount(); ++index) {
         const auto below = met(thing->child(index));
