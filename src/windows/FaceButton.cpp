@@ -1,6 +1,7 @@
 #include "FaceButton.h"
 
 #include "Colours.h"
+#include "FocusRing.h"
 #include "ProgramLook.h"
 
 #include <QAccessible>
@@ -48,6 +49,30 @@ double FaceButton::cornerRadius(const QWidget &widget) {
     return std::clamp(widget.height() / 6.0, 2.0 * line, 6.0 * line);
 }
 
+bool FaceButton::event(QEvent *event) {
+    const bool known = QPushButton::event(event);
+    const QEvent::Type type = event->type();
+    if (type == QEvent::Enter || type == QEvent::Leave || type == QEvent::EnabledChange)
+        showPointed();
+    return known;
+}
+
+void FaceButton::showPointed() {
+    const bool pointed = isEnabled() && underMouse();
+    if (pointed == !pointedRing.isNull())
+        return;
+    if (!pointed) {
+        // Not at once: its window may be hiding its children one by one.
+        pointedRing->surround(nullptr);
+        pointedRing->deleteLater();
+        pointedRing.clear();
+        return;
+    }
+    // The face colour means something, so the pointer shows at the edge only.
+    pointedRing = new Ring(parentWidget(), 1.0);
+    pointedRing->surround(this);
+}
+
 void FaceButton::paintEvent(QPaintEvent *) {
     const colour::Ground &ground = colour::ground(palette());
     const double line = lineWidth(*this);
@@ -66,9 +91,7 @@ void FaceButton::paintEvent(QPaintEvent *) {
     else if (isDown())
         fill = fill.darker(118);
     painter.setBrush(fill);
-    // The face colour means something, so the pointer shows at the edge only.
-    const bool pointed = isEnabled() && underMouse();
-    outline(0.0, line, pointed ? ground.focus : fill.darker(isEnabled() ? 150 : 115));
+    outline(0.0, line, fill.darker(isEnabled() ? 150 : 115));
     painter.setBrush(Qt::NoBrush);
     if (picked) {
         // Within the edge, which the next button may cover. Some of it shows in the focus's ring.

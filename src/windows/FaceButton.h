@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QPointer>
 #include <QPushButton>
 
 #include <optional>
+
+class Ring;
 
 /// A push button whose face colour means something. The colour is the palette's Button colour. A
 /// picked button has a heavy outline. A mouse click leaves the focus where it is, so that a later
@@ -26,9 +29,13 @@ public:
     static double cornerRadius(const QWidget &widget);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void showPointed();
+
+    QPointer<Ring> pointedRing; ///< while the pointer is on it
     bool picked = false;
     std::optional<bool> checkedAsSpoken;
 };

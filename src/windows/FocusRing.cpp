@@ -7,17 +7,18 @@
 #include <QApplication>
 #include <QPainter>
 
-FocusRing::FocusRing(QWidget *ofWindow) : QFocusFrame(ofWindow), window(ofWindow) {
-    hide();
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
-        surround(now && now != window && now->window() == window ? now : nullptr);
+FocusRing::FocusRing(QWidget *ofWindow) : Ring(ofWindow, 2.0) {
+    connect(qApp, &QApplication::focusChanged, this, [this, ofWindow](QWidget *, QWidget *now) {
+        surround(now && now != ofWindow && now->window() == ofWindow ? now : nullptr);
     });
 }
 
-void FocusRing::surround(QWidget *focused) {
+Ring::Ring(QWidget *parent, double thinLines) : QFocusFrame(parent), lines(thinLines) { hide(); }
+
+void Ring::surround(QWidget *surrounded) {
     if (control)
         control->removeEventFilter(this);
-    control = focused;
+    control = surrounded;
     if (!control) {
         hide();
         return;
@@ -28,14 +29,14 @@ void FocusRing::surround(QWidget *focused) {
     follow();
 }
 
-void FocusRing::follow() {
+void Ring::follow() {
     setGeometry(control->geometry());
     setVisible(control->isVisibleTo(control->parentWidget()));
     raise();
     update();
 }
 
-bool FocusRing::eventFilter(QObject *watched, QEvent *event) {
+bool Ring::eventFilter(QObject *watched, QEvent *event) {
     const QEvent::Type type = event->type();
     if (watched == control && (type == QEvent::Move || type == QEvent::Resize ||
                                type == QEvent::Show || type == QEvent::FontChange))
@@ -43,10 +44,10 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event) {
     return false;
 }
 
-void FocusRing::paintEvent(QPaintEvent *) {
+void Ring::paintEvent(QPaintEvent *) {
     if (!control)
         return;
-    const double width = 2.0 * lineWidth(*control);
+    const double width = lines * lineWidth(*control);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colour::ground(palette()).focus, width));

@@ -3,22 +3,30 @@
 #include <QFocusFrame>
 #include <QPointer>
 
-/// The ring around the control of a window that has the focus. It lies over the control and its
-/// neighbours, so that none of them cuts it. As a focus frame it is passed over by screen readers
-/// and by the mouse.
-class FocusRing : public QFocusFrame {
+/// A ring around a control. It lies over the control and its neighbours, so that none of them cuts
+/// it. As a focus frame it is passed over by screen readers and by the mouse.
+class Ring : public QFocusFrame {
 public:
-    /// @param ofWindow the window whose focus it shows
-    explicit FocusRing(QWidget *ofWindow);
+    /// @param thinLines how many of them it is as heavy as
+    Ring(QWidget *parent, double thinLines);
+
+    /// @param surrounded null: none, the ring is hidden
+    void surround(QWidget *surrounded);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void surround(QWidget *focused);
     void follow();
 
-    QWidget *window;
+    double lines;
     QPointer<QWidget> control;
+};
+
+/// The ring around the control of a window that has the focus.
+class FocusRing : public Ring {
+public:
+    /// @param ofWindow the window whose focus it shows
+    explicit FocusRing(QWidget *ofWindow);
 };

@@ -187,6 +187,10 @@ private Q_SLOTS:
             const QColor inside(QString::fromStdString(pixel(button, button->width() / 2, y)));
             QCOMPARE(inside.lightness() < 80, marked);
         }
+        QWidget *pointed = on("InputVideoAudioButtons_5");
+        QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), pointed->mapToGlobal(QPointF(1, 1)));
+        QCoreApplication::sendEvent(pointed, &enter);
+        QVERIFY(hasRing(pointed));
         QVERIFY(QFontInfo(on("TakeButton")->font()).pixelSize() >= 18);
         QVERIFY(on("TakeButton")->font().bold() && !on("ClearButton")->font().bold());
         view.status.caption = "Connected to an address that is longer than there is room for";
