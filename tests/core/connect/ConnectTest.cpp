@@ -112,7 +112,8 @@ private Q_SLOTS:
               {free, notPermitted, "", "held by another program", end}, {free, LinkFailure::Other, "", "odd", ""},
               {{NameOnly}, LinkFailure::Other, "", "the device is gone", plug},
               {{}, notPermitted, "", "the device is gone", plug}}) {
-            const PortTest test{{5, "tty5"}, LinkError("Opening", "COM5", "odd", failure)};
+            PortTest test{{5, "tty5"}, std::nullopt};
+            test.failure.emplace("Opening", "COM5", "odd", failure);
             const PortReport expected{5, "tty5", facts.adapter, reason, remedy, facts.presence != Missing};
             const PortReport report = reportOn(test, facts, holder);
             QCOMPARE(textOf({report}), textOf({expected}));
