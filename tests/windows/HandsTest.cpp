@@ -241,6 +241,7 @@ private Q_SLOTS:
                 for (const auto *part : window->findChildren<QWidget *>()) {
                     const QString said = part->property("text").toString();
                     found += said.isEmpty() ? said : u'|' + said;
+                    QVERIFY2(said.isEmpty() || !part->objectName().isEmpty(), qPrintable(said));
                     if (part->property("textFormat").toInt() != Qt::PlainText &&
                         Qt::mightBeRichText(said))
                         found += u" rich";

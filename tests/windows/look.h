@@ -67,6 +67,9 @@ inline std::string addressIn(const std::string &window) {
             text.insert(box->selectionEnd(), u']').insert(box->selectionStart(), u'[');
         all += (box->objectName().endsWith(u'0') ? "" : ".") + text.toStdString();
         all += box->window()->focusWidget() == box ? "*" : "";
+        const QWidget *row = box->parentWidget();
+        if (row->isVisible() && !row->parentWidget()->contentsRect().contains(row->geometry()))
+            all += " out of its frame";
     }
     return all;
 }
