@@ -4,16 +4,15 @@
 
 #include <QApplication>
 
-/// The application object of the windows. Key repeats end here, before any filter sees them: the
-/// bridge to assistive technologies takes key events away and brings back copies without their
-/// time.
+/// The application object of the windows; every event passes here before any filter sees it.
 class Application : public QApplication {
 public:
     using QApplication::QApplication;
 
-    bool notify(QObject *receiver, QEvent *event) override {
-        return keyRepeat.swallows(*event) || QApplication::notify(receiver, event);
-    }
+    /// Key repeats end here: the bridge to assistive technologies takes key events away and brings
+    /// back copies without their time. A key that comes for a window that is closed already goes to
+    /// the one in front.
+    bool notify(QObject *receiver, QEvent *event) override;
 
 private:
     KeyRepeat keyRepeat;

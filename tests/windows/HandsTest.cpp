@@ -264,6 +264,21 @@ private Q_SLOTS:
         QCOMPARE(answers, std::string("yes no no no yes "));
     }
 
+    // The window system may not have noticed yet that it is closed.
+    void keysOfAClosedWindowGoToTheOneInFront() {
+        ProgramFixture kvn;
+        kvn.program.aboutForm.present();
+        kvn.windows.refresh();
+        QWindow *closed = kvn.window("frmAbout")->windowHandle();
+        kvn.program.aboutForm.unload();
+        kvn.program.unitsForm.LoadForm();
+        kvn.windows.refresh();
+        QTest::keyClick(closed, Qt::Key_Return); // the first button: Add
+        QVERIFY(kvn.program.views.units.AddCorvaneFrame.visible);
+        QTest::keyClick(closed, Qt::Key_Escape);
+        QVERIFY(!kvn.program.views.units.AddCorvaneFrame.visible);
+    }
+
     // One that is told to quit may ask the windows first.
     void endInTheRealEventLoop() {
         ProgramFixture kvn;
