@@ -1,6 +1,5 @@
 #include "Application.h"
 
-#include <QWidget>
 #include <QWindow>
 
 #include <algorithm>
@@ -12,40 +11,37 @@ bool isKey(const QEvent &event) {
            event.type() == QEvent::KeyRelease;
 }
 
-/// The window that the user sees in front, or none.
-QWidget *frontWindow() {
-    if (QWidget *active = QApplication::activeWindow(); active && active->isVisible())
-        return active;
-    if (QWidget *modal = QApplication::activeModalWidget())
-        return modal;
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    const auto isOpen = [](const QWidget *window) {
-        return window->isWindow() && window->isVisible() && !window->isMinimized() &&
-               (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog);
-    };
-    const auto open = std::find_if(widgets.rbegin(), widgets.rend(), isOpen);
-    return open == widgets.rend() ? nullptr : *open;
-}
-
-/// A window system that is slow to follow can take a window for the one with the focus that was
-/// closed meanwhile.
-QObject *openReceiver(QObject *receiver) {
-    if (!receiver->isWindowType() || static_cast<QWindow *>(receiver)->isVisible())
-        return receiver;
-    QWidget *front = frontWindow();
-    if (!front || !front->windowHandle())
-        return receiver;
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    QApplication::setActiveWindow(front); // it has the focus already, so asking for it does nothing
-    QT_WARNING_POP
-    return front->windowHandle();
-}
-
 } // namespace
 
 bool Application::notify(QObject *receiver, QEvent *event) {
     if (keyRepeat.swallows(*event))
         return true;
+    if (event->type() == QEvent::WindowActivate)
+        noteActive(receiver);
     return QApplication::notify(isKey(*event) ? openReceiver(receiver) : receiver, event);
+}
+
+void Application::noteActive(QObject *receiver) {
+    auto *widget = qobject_cast<QWidget *>(receiver);
+    if (!widget || !widget->isWindow())
+        return;
+    std::erase_if(lastActive, [widget](auto &window) { return !window || window == widget; });
+    lastActive.emplace_back(widget);
+}
+
+QObject *Application::openReceiver(QObject *receiver) const {
+    // A window system that is slow to follow can take a window for the one with the focus that was
+    // closed meanwhile.
+    if (!receiver->isWindowType() || static_cast<QWindow *>(receiver)->isVisible())
+        return receiver;
+    const auto front = std::find_if(lastActive.rbegin(), lastActive.rend(), [](auto &window) {
+        return window && window->isVisible() && !window->isMinimized();
+    });
+    if (front == lastActive.rend() || !(*front)->windowHandle())
+        return receiver;
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    setActiveWindow(*front); // it has the focus already, so asking for it would do nothing
+    QT_WARNING_POP
+    return (*front)->windowHandle();
 }

@@ -5,6 +5,14 @@
 #include "support/FakeMachine.h"
 #include "support/rows.h"
 
+/// The row of a table that bears that name.
+template <class Table> auto rowNamed(const Table &rows, const std::string &name) {
+    return std::find_if(rows.begin(), rows.end(), [&](auto &row) { return row.name == name; });
+}
+
+/// The slots of an array that are seen.
+std::map<int, Control> seen(const SlotControls &controls);
+
 /// The program and a user who plays words: what is clicked, typed or closed, what happens to the
 /// machine, and what is looked at. Player.cpp lists them. A word may end in a number, or in "=" and
 /// a text: "iB3", "unit=-1". Each one is through before the next begins, but for these:

@@ -267,11 +267,16 @@ private Q_SLOTS:
     // The window system may not have noticed yet that it is closed.
     void keysOfAClosedWindowGoToTheOneInFront() {
         ProgramFixture kvn;
-        kvn.program.aboutForm.present();
-        kvn.windows.refresh();
-        QWindow *closed = kvn.window("frmAbout")->windowHandle();
+        const auto show = [&kvn](const char *name, const auto &load) {
+            load();
+            kvn.windows.refresh();
+            kvn.window(name)->activateWindow();
+            QCoreApplication::processEvents();
+            return kvn.window(name)->windowHandle();
+        };
+        show("dlgControlExisting", [&] { kvn.program.unitsForm.LoadForm(); });
+        QWindow *closed = show("frmAbout", [&] { kvn.program.aboutForm.present(); });
         kvn.program.aboutForm.unload();
-        kvn.program.unitsForm.LoadForm();
         kvn.windows.refresh();
         QTest::keyClick(closed, Qt::Key_Return); // the first button: Add
         QVERIFY(kvn.program.views.units.AddCorvaneFrame.visible);

@@ -27,9 +27,9 @@ KVN32x32Audio InputVideoButtons_6 = Button Input 6 video off:video to output 6, 
 dlgPresets NewPresetButton_5 = Button Preset 5 on; dlgPresets NewPresetButton_6 = Button Preset 6 off
 dlgConnect ConnectIPOption = RadioButton Ethernet on; dlgConnect SerialPortsCombo = ComboBox Serial ports:Comm7. why
 dlgConnect ZarnConnectedImage = Graphic Link up; dlgConnect ZarnNotConnectedImage = Graphic Link down
-dlgConnect IPAddressQuadConnect_0 = EditableText Address part 1; dlgControlExisting Text3 = EditableText Unit name
+dlgControlExisting Text3 = EditableText Unit name
 dlgControlExisting AvailCorvanesList = List Saved units; dlgControlExisting ConnectChoiceList = List Connection kind
-dlgControlExisting ControlledbyText = EditableText Controlled via; dlgControlExisting CntrlIPAddressQuad_3 = EditableText Address part 4)";
+dlgControlExisting ControlledbyText = EditableText Controlled via)";
 
 // clang-format on
 
@@ -162,6 +162,10 @@ private Q_SLOTS:
                 QCOMPARE(entries(kvn->part("dlgControlExisting", name)), list);
         };
         shows("10.11.12.13 10.11.12.13", "");
+        for (int box = 0; box < 4; ++box)
+            QCOMPARE(kvn->part("dlgConnect", "IPAddressQuadConnect_" + std::to_string(box))
+                         ->accessibleName(),
+                     QStringLiteral("Address part %1").arg(box + 1));
         for (ListControl *list : lists)
             *list = {.entries = {"<b>1", "\xE4"}, .chosen = 1};
         for (auto *address : addresses)
