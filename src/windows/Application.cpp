@@ -39,9 +39,11 @@ QObject *Application::openReceiver(QObject *receiver) const {
     });
     if (front == lastActive.rend() || !(*front)->windowHandle())
         return receiver;
+    // By value: the activation below is noted in the list.
+    QWidget *const window = *front;
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
-    setActiveWindow(*front); // it has the focus already, so asking for it would do nothing
+    setActiveWindow(window); // it has the focus already, so asking for it would do nothing
     QT_WARNING_POP
-    return (*front)->windowHandle();
+    return window->windowHandle();
 }
