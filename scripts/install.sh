@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs what is missing of the Debian packages for one purpose: run, test or check.
+# Installs what is missing of the Debian packages for one purpose.
 set -euo pipefail
-purpose=${1:?usage: install.sh run|test|check}
+purpose=${1:?usage: install.sh run|test|check|coverage}
 cd "$(dirname "$0")"
 
 missing=()
