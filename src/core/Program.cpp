@@ -36,12 +36,7 @@ Program::Program(const Machine &machine)
                 {.connectDialog = [this] { connect(); },
                  .panel = [this] { panelForm.LoadForm(); },
                  .savedUnits = [this] { unitsForm.LoadForm(); },
-                 .newSavedUnit =
-                     [this] {
-                         unitsForm.LoadForm();
-                         if (unitsForm.isLoaded())
-                             unitsForm.OptionsCommand_Click(Operation::Add);
-                     },
+                 .newSavedUnit = [this] { unitsForm.LoadFormToAdd(); },
                  .endProgram = [this] { endProgram(); }}),
       connectForm(views.connect, link, serial, network, display, guard, messages, pump),
       unitsForm(views.units, savedUnits, unitsFile, link, unit, talk, display, guard, messages,

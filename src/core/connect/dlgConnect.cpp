@@ -52,7 +52,7 @@ void dlgConnect::Form_Load() {
     address.fill({});
     view.status.labelVisible = false;
     view.status.linkUp = false;
-    display.ConnecthandleConnectionStatus();
+    display.refreshAll();
     focusOn("ConnectIPOption");
     if (!link.IPAddressQuads[0].empty()) {
         // The address entered last is offered again, ready to connect.
@@ -184,7 +184,7 @@ void dlgConnect::connectNetwork() {
     connecting = false;
     if (link.IPConnectedFlag) {
         link.LinkMadeCode = 1;
-        display.ConnecthandleConnectionStatus();
+        display.refreshAll();
         unload();
         return;
     }
@@ -236,8 +236,8 @@ void dlgConnect::FindCommPorts(int mine) {
         view.SerialPortsCombo.entries.push_back("Comm" + std::to_string(port));
         ++link.PortsFoundCount;
     }
-    view.ports = serial.report(tests);
-    std::erase_if(view.ports, [](const PortReport &report) { return !report.exists; });
+    ports = serial.report(tests);
+    std::erase_if(ports, [](const PortReport &report) { return !report.exists; });
     tellPorts();
     if (link.PortsFoundCount != 0) {
         view.Label1.text = "Found Comm Ports";
@@ -246,7 +246,7 @@ void dlgConnect::FindCommPorts(int mine) {
         user.ShowMessage("There are no COM ports available for updating\r\nClose any serial "
                          "communications programs in use, or connect a USB to Serial "
                          "Adapter Cable.",
-                         view.ConnectSerialOption.toolTip);
+                         textOf(ports));
         if (!isShowing(mine))
             return;
         choose(Option::None);
@@ -256,19 +256,19 @@ void dlgConnect::FindCommPorts(int mine) {
 }
 
 void dlgConnect::forgetPorts() {
-    view.ports.clear();
+    ports.clear();
     for (Control *control : {&view.ConnectSerialOption, &view.SerialPortsCombo.control})
         control->toolTip = control->description = {};
 }
 
 void dlgConnect::tellPorts() {
-    const std::string text = textOf(view.ports);
+    const std::string text = textOf(ports);
     for (Control *control : {&view.ConnectSerialOption, &view.SerialPortsCombo.control})
         control->toolTip = control->description = text;
 }
 
 void dlgConnect::tellPort(int port, const std::optional<LinkError> &failure) {
-    for (PortReport &report : view.ports) {
+    for (PortReport &report : ports) {
         if (report.number == port)
             report = serial.report({{{port, report.device}, failure}}).front();
     }
@@ -301,7 +301,7 @@ void dlgConnect::openPort(int port, int mine) {
     view.Connect2SerialButton.enabled = link.SerialPortOpen;
     link.LinkMadeCode = link.SerialPortOpen ? 1 : 0;
     if (link.SerialPortOpen) {
-        display.ConnecthandleConnectionStatus();
+        display.refreshAll();
         link.ActiveCommPort = port;
         link.SerialSelectedFlag = true;
         return;

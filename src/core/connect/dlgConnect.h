@@ -20,9 +20,6 @@ struct ConnectView {
     ListControl SerialPortsCombo{.control = {.text = "Select Port"}};
     Control Label1{.text = "Finding Comm Ports"};
     Control Connect2SerialButton{.text = "Connect"};
-    /// What the last search, and a pick since, found of each device. The tool tips and descriptions
-    /// of the serial option and of the port list tell it.
-    std::vector<PortReport> ports;
 };
 
 /// Chooses and opens the link: a network address, or one of the serial ports that are found. A new
@@ -88,4 +85,7 @@ private:
     Messages &user;
     AddressEntry address;
     bool connecting = false; ///< a network connect is under way
+    /// What the last search, and a pick since, found of each device. The tool tips and descriptions
+    /// of the serial option and of the port list tell it.
+    std::vector<PortReport> ports;
 };

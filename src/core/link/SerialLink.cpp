@@ -109,7 +109,7 @@ void SerialLink::close() {
     closePort();
     link.LinkKind = NoLinkKind;
     link.SerialPortOpen = false;
-    display.ConnecthandleConnectionStatus();
+    display.refreshAll();
 }
 
 void SerialLink::disconnect() {

@@ -50,6 +50,8 @@ void frmMain::ZarnConnectedLabel_Click() {
 void frmMain::Connect2CorvaneGetConfiguration() {
     const int mine = showing();
     if (!view.status.showsConnected()) {
+        // A panel that opens may be connecting anew: that must not come through later.
+        talk.CloseLink();
         link.IPConnectingFlag = true;
         link.LinkKind = NoLinkKind;
         opens.connectDialog();

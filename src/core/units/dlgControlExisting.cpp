@@ -38,15 +38,24 @@ dlgControlExisting::dlgControlExisting(UnitsView &unitsView, SavedUnits &savedUn
       address(view.CntrlIPAddressQuad, link.IPAddressQuads) {}
 
 void dlgControlExisting::LoadForm() {
-    if (busy) {
-        present();
-        return;
+    const bool opens = !isLoaded();
+    show();
+    if (opens)
+        InitializeKVNControlBlocks();
+}
+
+void dlgControlExisting::LoadFormToAdd() {
+    show();
+    chooseOperation(Operation::Add);
+}
+
+void dlgControlExisting::show() {
+    if (!isLoaded()) {
+        view.StatusLabel.visible = false;
+        showOptions();
+        initialzeControlLists();
     }
-    view.StatusLabel.visible = false;
-    showOptions();
-    initialzeControlLists();
     present();
-    InitializeKVNControlBlocks();
 }
 
 void dlgControlExisting::unload() {
@@ -341,8 +350,9 @@ void dlgControlExisting::ConnectControlButton() {
         units.WaitingForConnectionFlag = false;
         view.StatusLabel.visible = false;
     });
+    const char unitsKind = isEther() ? NetworkLinkKind : SerialLinkKind;
     connectUnit();
-    openUnit(mine);
+    openUnit(unitsKind, mine);
     if (isShowing(mine))
         unload();
 }
@@ -364,9 +374,10 @@ void dlgControlExisting::connectUnit() {
     around.connectNetwork();
 }
 
-void dlgControlExisting::openUnit(int mine) {
+void dlgControlExisting::openUnit(char unitsKind, int mine) {
     showStatus("Waiting for Configuration.");
-    if (!talk.linkIsUp())
+    // The dialog may have made a link of the other kind, which leads to another unit.
+    if (link.LinkKind != unitsKind || !talk.linkIsUp())
         return;
     const std::string name = units.KVNControlBlocks[units.SelectedBlockIndex].Name;
     talk.GetParseConfiguration();

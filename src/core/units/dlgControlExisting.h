@@ -56,7 +56,10 @@ public:
                        LinkStatusDisplay &statusDisplay, ActionGuard &actionGuard,
                        Messages &messages, EventPump &eventPump, Around aroundIt);
 
+    /// Open already, it comes to the front as it is.
     void LoadForm();
+    /// The same, with *Add Corvane* chosen.
+    void LoadFormToAdd();
     void unload() override;
 
     // What the user does. Rows count from 0; -1 is no row. Boxes are 0 to 3.
@@ -74,6 +77,7 @@ public:
     void Escape();
 
 private:
+    void show();
     void chooseOperation(Operation chosen);
     void initialzeControlLists();
     void InitializeKVNControlBlocks();
@@ -86,7 +90,7 @@ private:
     void DeleteCorvane();
     void ConnectControlButton();
     void connectUnit();
-    void openUnit(int mine);
+    void openUnit(char unitsKind, int mine);
     void Wait3Seconds();
     void showStatus(const char *text);
     bool save();

@@ -64,7 +64,7 @@ private Q_SLOTS:
             {"pick7 pick8 cmd=CFG_? ?caption",
              "Opening COM8 failed: no such device. 60' KVN-16x16-RGBA ' on COM7 =+- CFG ?; 0.3"},
             {"pick7 drop shut @0:cmd=A cmd=CFG_? ?caption drop send=B shut ?caption ?link",
-             "60' ERROR ' 60' KVN-16x16-RGBA ' on COM7 down ---+ --- A;CFG ?;B; 0.6"}},
+             "60' ERROR ' 60' KVN-16x16-RGBA ' on COM7 down ---- --- A;CFG ?;B; 0.6"}},
             "", "?state ?sent ?time");
     }
 

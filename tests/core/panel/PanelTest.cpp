@@ -122,6 +122,7 @@ private Q_SLOTS:
             {"E:@1.5:?forms find ?forms ?link", "main panel splash main panel ++++o"},
             {"E:host=1 @4:?forms find wait host=0 wait wait ?forms ?link", "main panel splash {failed} main panel "
              "----"},
+            {"E:slow2.5 @2.5:~connect:-connect/find find wait slow0 open ?forms ?link", "main panel ++++o"},
             {"E:slow2.5 @2.5:-splash find wait ?forms ?link", "{failed} main panel ----"},
             {"host=2 find wait ?forms ?link", "{failed} main panel ----"},
             {"E:host=1 @2.5:-panel/?forms find host=0 wait ?forms ?link", "main splash main ----"},
