@@ -1,5 +1,7 @@
 #include "simulator/Transcript.h"
 
+#include "protocol/Text.h"
+
 #include <QTime>
 
 #include <fcntl.h>
@@ -25,24 +27,6 @@ int openOutput() {
     return output;
 }
 
-// Printable ASCII, with "\r", "\n", "\\" and "\xNN" for all that is not.
-QByteArray visible(const QByteArray &bytes) {
-    QByteArray text;
-    for (const char byte : bytes) {
-        if (byte == '\r')
-            text += "\\r";
-        else if (byte == '\n')
-            text += "\\n";
-        else if (byte == '\\')
-            text += "\\\\";
-        else if (byte < ' ' || byte > '~')
-            text += "\\x" + QByteArray(1, byte).toHex();
-        else
-            text += byte;
-    }
-    return text;
-}
-
 } // namespace
 
 Transcript::Transcript() : output(openOutput()), room(output.get(), QSocketNotifier::Write) {
@@ -58,7 +42,8 @@ Transcript::~Transcript() {
 
 void Transcript::record(const QByteArray &link, char direction, const QByteArray &bytes) {
     const QByteArray time = QTime::currentTime().toString(u"HH:mm:ss.zzz").toLatin1();
-    note(time + ' ' + link + ' ' + direction + ' ' + visible(bytes));
+    note(time + ' ' + link + ' ' + direction + ' ' +
+         QByteArray::fromStdString(visible(bytes.toStdString())));
 }
 
 void Transcript::note(const QByteArray &line) {

@@ -232,7 +232,7 @@ void Window::refreshForm() {
 
 void Window::closeEvent(QCloseEvent *event) {
     event->ignore();
-    report([this] { frameClosed(); });
+    report([this] { form.unload(); });
 }
 
 void Window::changeEvent(QEvent *event) {

@@ -45,9 +45,6 @@ protected:
     /// Puts the menu bar into the layout; F10 opens its first menu.
     void setMenuBar(QMenuBar *bar);
 
-    /// What closing the frame means; the form is unloaded unless a window says otherwise.
-    virtual void frameClosed() { form.unload(); }
-
     /// Brings up to date what is not bound.
     virtual void refreshRest() {}
 

@@ -14,8 +14,7 @@ struct FormView {
 };
 
 /// A form: shown by present(), gone by unload(). Each showing has a token. Whoever waited asks
-/// once, afterwards, whether the showing that it belongs to is still the present one; nothing else
-/// tells.
+/// once, afterwards, whether the showing that it belongs to is still the present one.
 class Form {
 public:
     Form(FormView &formView, EventPump &eventPump) : view(formView), pump(eventPump) {}

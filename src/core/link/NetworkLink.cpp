@@ -120,8 +120,7 @@ void NetworkLink::IPCheckifPortOpenwithClose() {
     socket.close();
     if (socket.state() == SocketState::Connected)
         pump.runQueued();
-    link.IPLinkOpenFlag = false;
-    link.IPConnectedFlag = false;
+    markDown();
 }
 
 void NetworkLink::send(std::string text) {

@@ -40,8 +40,8 @@ public:
     void end() { hasEnded = true; }
     [[nodiscard]] bool ended() const { return hasEnded; }
 
-    /// Brings the windows up to date. Called each time before events run, and at the end of every
-    /// action.
+    /// Brings the windows up to date. Called each time before events run, and when a link was lost,
+    /// which no window reports.
     std::function<void()> show = [] {};
 
 private:

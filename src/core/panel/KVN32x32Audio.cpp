@@ -104,13 +104,7 @@ void KVN32x32Audio::ExitButton_Click() {
 void KVN32x32Audio::toggleMute(int slot) {
     const int output = unit.model.ButtonOutput[slot];
     const bool unmuted = unit.routing.Outputs[output].MuteFlag == 'U';
-    const int mine = showing();
-    talk.SendCommandGetResponse(unmuted ? command::mute(output) : command::unmute(output));
-    if (!isShowing(mine))
-        return;
-    talk.RequestOutputStatus(*this);
-    if (isShowing(mine))
-        display.DisplayOutputsConnectedtoInputs();
+    selection.sendRoute(unmuted ? command::mute(output) : command::unmute(output));
 }
 
 void KVN32x32Audio::LoadForm() {

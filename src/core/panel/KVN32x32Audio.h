@@ -27,7 +27,6 @@ public:
 
     /// Lays the panel out for the model, opens the link if it is not, reads the unit's status and
     /// shows the panel. A link that fails leaves the panel open and not connected.
-    /// @throws RangeError if the model's buttons do not fit; the panel stays closed then
     void LoadForm();
 
     /// Closes the panel and the link.

@@ -32,6 +32,8 @@ public:
 
     /// Nothing is picked, nothing is armed: the state at opening.
     void forget();
+    /// Sends a command that changes routes or mutes, and shows the status that the unit has then.
+    void sendRoute(std::string text);
 
 private:
     void setPanelMode(RouteKind kind);
@@ -47,7 +49,6 @@ private:
     void SendBothConMessage();
     void SendVideoConMessage();
     void SendAudioConMessage();
-    void sendRoute(std::string text);
     void emptyHolders();
     void showHolders();
 

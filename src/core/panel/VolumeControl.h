@@ -17,7 +17,8 @@ public:
     void makeVolumeButtonsInvisible();
 
     /// Fills the boxes 1 to `NumOutputs` by output number, not by slot: on models whose outputs
-    /// start at a later slot the visible boxes get their text from the connection display.
+    /// start at a later slot the boxes get the texts of other outputs, or none, until the
+    /// connection display writes them by slot.
     void DisplayVolumeValues();
 
     /// The box of `slot` was pointed at: its output is the one to step. Video-only models have

@@ -73,6 +73,25 @@ int roundHalfToEven(double value) {
     return static_cast<int>(std::clamp(std::nearbyint(value), -32768.0, 32767.0));
 }
 
+std::string visible(std::string_view bytes) {
+    constexpr std::string_view Digits = "0123456789abcdef";
+    std::string text;
+    for (const char byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        if (byte == '\r')
+            text += "\\r";
+        else if (byte == '\n')
+            text += "\\n";
+        else if (byte == '\\')
+            text += "\\\\";
+        else if (byte < ' ' || byte > '~')
+            text.append("\\x").append({Digits[code / 16U], Digits[code % 16U]});
+        else
+            text += byte;
+    }
+    return text;
+}
+
 std::string decimalText(double value) {
     if (value == 0.0)
         return "0";

@@ -32,5 +32,8 @@ int roundHalfToEven(double value);
 /// `text` of single bytes (Latin-1) as UTF-8.
 std::string latin1ToUtf8(std::string_view text);
 
+/// `bytes` for a log: printable ASCII as it is, "\r", "\n", "\\" and "\xNN" for the others.
+std::string visible(std::string_view bytes);
+
 /// Shortest decimal text of `value`: no sign unless negative, no trailing zeros, no exponent.
 std::string decimalText(double value);

@@ -20,7 +20,7 @@ public:
     /// What lies behind the buttons and the menu.
     struct Opens {
         std::function<void()> connectDialog;
-        std::function<void()> panel; ///< throws RangeError if the model does not fit the panel
+        std::function<void()> panel;
         std::function<void()> savedUnits;
         std::function<void()> newSavedUnit;
         std::function<void()> endProgram;

@@ -46,8 +46,7 @@ public:
     struct Around {
         std::function<void()> connectNetwork; ///< to the address in `IPAddressQuads`
         std::function<void()> connectSerial;
-        std::function<void(const std::string &name)> controlUnit; ///< throws RangeError if the
-                                                                  ///< model does not fit the panel
+        std::function<void(const std::string &name)> controlUnit;
         std::function<void()> showStartWindow;
     };
 
