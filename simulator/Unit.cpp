@@ -10,6 +10,7 @@ namespace {
 using Words = std::match_results<std::string_view::const_iterator>;
 
 constexpr std::string_view Done = "\r\nOk\r\n";
+constexpr int Presets = 32; ///< of every model
 
 std::vector<std::string> split(const std::string &list) {
     std::vector<std::string> parts;
@@ -90,10 +91,12 @@ const std::vector<Unit::Rule> &Unit::rules() {
          [](Unit &unit, const Words &words) {
              return "\r\n" + words.str(1) + " " + unit.volume(std::stoi(words.str(2))) + "\r\n";
          }},
-        // Preset p of a unit as delivered shows input p everywhere; the wire cannot store another.
+        // As delivered, preset p shows input p everywhere, from the first one again past the last
+        // input; the wire cannot store another.
         {"PST X " + One,
          [](Unit &unit, const Words &words) {
-             const int input = within(1, unit.inputs(), std::stoi(words.str(1)));
+             const int preset = within(1, Presets, std::stoi(words.str(1)));
+             const int input = (preset - 1) % unit.inputs() + 1;
              for (Output &side : unit.sides)
                  side.video = side.audio = input;
              return std::string(Done);

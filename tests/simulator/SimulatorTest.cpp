@@ -130,7 +130,7 @@ private Q_SLOTS:
             {"VOL L 4 5|VOL L 1 -45|STA O A|", "!!|^STA O A|^  Output 1 (A,U,0,V,-45,1,D,1)"
                                                 "|^  Output 4 (A,U,0,V,5,4,D,4)|^"},
             {"VOL L 2 0|VOL L 2?|", "!|^VOL L 2 0|^"},
-            {"PST X 8|STA O 4|", "!|^STA O 4|^  Output 4 (A,U,0,V,-20,8,D,8)|^"},
+            {"PST X 31|STA O 4|", "!|^STA O 4|^  Output 4 (A,U,0,V,-20,7,D,7)|^"},
             {"V~O~L~ L 1?~|", "|^VOL L 1 -20|^"},
             {"MUT U 1|~^VOL L 1?|MUT M 1|^", "!|^VOL L 1 -20|^!"},
             {"|^^VOL L 1?|", "|^ERROR|^|^ERROR|^"}, // a second line feed is part of the command
@@ -165,7 +165,7 @@ private Q_SLOTS:
         "Con 01(1)|Con 0(1)|Con 9(1)|Con 1(2)9F (1)|Con 4294967297(1)|Con 8(1,2,5)|Con 8(1)8F (1,0)|DIS |DIS F|DIS ,|"
         "DIS 1,|DIS 1;2|DIS 1FF|DIS 1,2,3,5|DIS 1,5F|MUTM 1|MUT X 1|MUT M |MUT M 1 |MUT M 5|VOL L 1|VOL L 1 |"
         "VOL L 1?1|VOL L 1  -20|VOL L 1 1e1|VOL L 1 -12.5|VOL L 1 +5|VOL L 1 -0|VOL L 1 6|VOL L 1 -46|VOL L 1 -100|"
-        "VOL L 5 0|VOL L 0?|PST X 0|PST X 9|PST X +1|PST X 1,2|ECHO OFFF|\xff\xfe";
+        "VOL L 5 0|VOL L 0?|PST X 0|PST X 33|PST X +1|PST X 1,2|ECHO OFFF|\xff\xfe";
         // clang-format on
         for (const QByteArray &command : commands.split('|')) {
             const std::string text = command.toStdString();
