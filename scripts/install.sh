@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages for one purpose.
 set -euo pipefail
-purpose=${1:?usage: install.sh run|test|check|coverage}
+purpose=${1:?usage: install.sh run|test|check|coverage|package|pictures}
 cd "$(dirname "$0")"
 
 missing=()

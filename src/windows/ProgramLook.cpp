@@ -1,11 +1,11 @@
 #include "ProgramLook.h"
 
 #include "Colours.h"
+#include "start/ProgramTitle.h"
 
 #include <QApplication>
 #include <QFontInfo>
 #include <QFontMetrics>
-#include <QPainter>
 #include <QStyleFactory>
 #include <QToolTip>
 
@@ -53,29 +53,8 @@ double lineWidth(const QWidget &widget, double lines) {
 }
 
 QIcon programIcon() {
-    // Drawn on a sheet of 16 x 16: four inputs from the left, four outputs down, four points.
-    constexpr double Lines[] = {3.5, 6.5, 9.5, 12.5};
-    constexpr int Connected[] = {1, 3, 0, 2};
     QIcon icon;
-    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-        QPixmap picture(side, side);
-        picture.fill(Qt::transparent);
-        QPainter painter(&picture);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(side / 16.0, side / 16.0);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(38, 50, 66));
-        painter.drawRoundedRect(QRectF(0, 0, 16, 16), 3, 3);
-        painter.setPen(QPen(QColor(150, 168, 190), 0.8));
-        for (const double line : Lines) {
-            painter.drawLine(QPointF(1.5, line), QPointF(14.5, line));
-            painter.drawLine(QPointF(line, 1.5), QPointF(line, 14.5));
-        }
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(255, 176, 32));
-        for (std::size_t row = 0; row < std::size(Lines); ++row)
-            painter.drawEllipse(QPointF(Lines[Connected[row]], Lines[row]), 1.3, 1.3);
-        icon.addPixmap(picture);
-    }
+    for (const int side : {16, 22, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/%1x%1/apps/%2.png").arg(side).arg(QLatin1String(ProgramId)));
     return icon;
 }
