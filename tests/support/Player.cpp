@@ -41,6 +41,8 @@ const Rows Shorter{
     {"Sending to 10.11.12.13 port 23 failed: the remote host closed the connection.", "failed"},
     {"Sending to 10.11.12.13 port 23 failed: the connection is closed.", "failed"},
     {"Sending to 10.11.12.13 port 23 failed: the host did not take the connection.", "failed"},
+    {"Full.\nIf the program's folder cannot be written, copy it to a place of your own, such as your home folder, and "
+     "start the program there.", "unsaved"},
     {"Maximum number of corvanes saved!", "full"}, {"Saved Changes to Disk", "saved"},
     {"incomplete ip address can't save to block.", "incomplete"}, {"Are you sure you want to delete ", "delete "},
     {"Add Corvane=Add Corvane", "Add"}, {"Edit Corvane=Edit Corvane", "Edit"}, {"AvailCorvanesList", "list"},

@@ -7,6 +7,9 @@
 namespace {
 constexpr const char *IniFileName = "KVNConfigurator.ini";
 constexpr const char *BackupFileName = "KVNConfigurator.bak";
+constexpr const char *WhenNotWritable = "\nIf the program's folder cannot be written, copy it to a "
+                                        "place of your own, such as your home "
+                                        "folder, and start the program there.";
 } // namespace
 
 SavedUnitsFile::SavedUnitsFile(SavedUnits &savedUnits, LinkState &linkState, FileStore &fileStore,
@@ -36,5 +39,5 @@ std::string SavedUnitsFile::Write2Disk() {
     units.IniFileExists = files.exists(path);
     std::string failure = files.replace(path, writeSavedUnitsText(units), backupPath);
     units.UnsavedChanges = !failure.empty();
-    return failure;
+    return failure.empty() ? failure : failure + WhenNotWritable;
 }

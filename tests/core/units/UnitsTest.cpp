@@ -80,7 +80,7 @@ private Q_SLOTS:
             {"edit unit1 esc", "options +--++++ /ETHER/1/1 192.168.1.20"},
             {"edit unit1 kind0 back units add kind1", add + "//-1/1 ..."},
             {"add name=X go edit", edit + "-- //-1/-1"}, {"add name=X go", saved + " added"},
-            {"add name=X go -units units", saved}, {"save=Full. add name=X go", "{Full.} " + saved},
+            {"add name=X go -units units", saved}, {"save=Full. add name=X go", "{unsaved} " + saved},
             {"add name=X kind1 quad0=1.2.3.4 cancel add kind1", add + "//-1/1 ..."},
             // While an operation is under way, nothing is picked and nothing begins.
             {"delete unit0 @1:unit1 @1:kind1 @1:double1 @1:add @1:cancel @2:?operation go", "<delete A ?> "
@@ -109,23 +109,23 @@ private Q_SLOTS:
             {"holds24 add name=N go", times(24, "A:SERIAL ") + "N:SERIAL " + times(24, " A")},
             {"holds25 add go", "{full} " + times(25, "A:SERIAL ") + times(25, " A")},
             {"save=Full. add name=" + times(61, "\xE9") + " go delete question=no unit2 go",
-             "{Full.} <delete " + times(60, "\xC3\xA9") + "... ?> " + both + " A B " + times(61, "\xE9")},
-            {"save=Full. add name=N go back units save= add name=N go", "{Full.} " + both + "N:SERIAL N:SERIAL  A "
+             "{unsaved} <delete " + times(60, "\xC3\xA9") + "... ?> " + both + " A B " + times(61, "\xE9")},
+            {"save=Full. add name=N go back units save= add name=N go", "{unsaved} " + both + "N:SERIAL N:SERIAL  A "
              "B N"},
             {"read=Bad. start edit", "{Bad.} {Bad.} " + both + " A B"},
             {"edit unit1 quad3=25 go", "{saved} A:SERIAL B:ETHER:192.168.1.25  A B"},
             {"add name=N go edit unit2 kind1 quad0=1.2.3.4 @2.9:?operation @3.1:?operation go", "{saved} options "
              "+--++++ /ETHER/2/1 1.2.3.4 " + both + "N:ETHER:1.2.3.4  A B N"},
-            {"holds2 save=Full. edit unit1 kind1 go save= edit unit1 kind0 go", "{Full.} {saved} A:SERIAL "
+            {"holds2 save=Full. edit unit1 kind1 go save= edit unit1 kind0 go", "{unsaved} {saved} A:SERIAL "
              "A:SERIAL  A A"},
             {"delete unit0 @2.9:?operation @3.1:?operation go ?backup", "<delete A ?> deleted* Delete list "
              "---++++ /SERIAL/0/0 deleted " + both + " B:ETHER:192.168.1.20    B"},
-            {"save=Full. delete unit0 go holds2 edit", "<delete A ?> {Full.} A:SERIAL A:SERIAL  A A"},
+            {"save=Full. delete unit0 go holds2 edit", "<delete A ?> {unsaved} A:SERIAL A:SERIAL  A A"},
             {"delete unit0 question=no go", "<delete A ?> " + both + " A B"},
             {"delete unit1 go question=-question delete unit0 go", "<delete B ?> deleted* <delete A ?> A:SERIAL  A"},
             {"delete unit0 question= @1:esc @2:units @3:yes go ?forms", "<delete A ?> main " + both + " A B"},
             {"delete unit0 question= @1:yes/-question go", "<delete A ?> deleted* B:ETHER:192.168.1.20    B"},
-            {"save=Full. delete unit0 go save= add name=N go", "<delete A ?> {Full.} " + both + "N:SERIAL  A B"}},
+            {"save=Full. delete unit0 go save= add name=N go", "<delete A ?> {unsaved} " + both + "N:SERIAL  A B"}},
             "file units", "?file ?list");
     }
 
