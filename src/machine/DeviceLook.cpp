@@ -80,9 +80,12 @@ SerialDeviceFacts factsOf(const QString &name, const QList<QSerialPortInfo> &kno
         facts.presence = info != known.end() ? Presence::There
                          : file.isSymLink()  ? Presence::NameOnly
                                              : Presence::Missing;
+        facts.leadsTo = file.symLinkTarget().toStdString();
         return facts;
     }
     facts.presence = Presence::There;
+    if (file.isSymLink())
+        facts.leadsTo = path.toStdString();
     facts.mayOpen = file.isReadable() && file.isWritable();
     if (facts.mayOpen)
         return facts;

@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -21,6 +23,13 @@ LinkFailure failureOf(QSerialPort::SerialPortError error) {
     default:
         return LinkFailure::Other;
     }
+}
+
+/// The system's reason, but for what it calls by names of its own.
+std::string reasonOf(const QSerialPort &port) {
+    const std::string reason = port.errorString().toStdString();
+    const bool noTerminal = reason == std::generic_category().message(ENOTTY);
+    return noTerminal ? "it is no serial device" : reason;
 }
 
 } // namespace
@@ -97,7 +106,7 @@ void QtSerialPort::open(const SerialDevice &device, std::string_view settings) {
     port.setPortName(QString::fromStdString(device.name));
     configure(settings);
     if (!port.open(QIODevice::ReadWrite)) {
-        failure = port.errorString().toStdString();
+        failure = reasonOf(port);
         fail("Opening", failure, failureOf(port.error()));
     }
     qCDebug(linkLog).noquote() << linkLine(place() + " opened with " + std::string(settings));

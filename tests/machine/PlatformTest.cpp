@@ -239,6 +239,9 @@ private Q_SLOTS:
         other.close();
         QCOMPARE(holder(), ""s);
         QCOMPARE(place.open(), ""s);
+        const std::string com8 = place.path + "/ports/com8";
+        std::ofstream(com8).close();
+        QCOMPARE(failure(8), "0Opening COM8 (" + com8 + ") failed: it is no serial device.");
         const std::string missing =
             "Opening COM20 (/dev/ttyACM7) failed: No such file or directory.";
         QCOMPARE(failure(20), "2" + missing);
@@ -264,6 +267,8 @@ private Q_SLOTS:
         for (const SerialDeviceFacts &fact : facts)
             presence += std::to_string(static_cast<int>(fact.presence));
         QCOMPARE(presence, "2210"s);
+        QCOMPARE(facts[0].leadsTo + facts[1].leadsTo + facts[2].leadsTo,
+                 fs::read_symlink(place.com7).string() + "/nothing");
         QVERIFY(!facts[1].mayOpen && !facts[1].groupMayOpen);
         QCOMPARE(facts[1].owner, QFileInfo(QString::fromStdString(closed)).owner().toStdString());
         QVERIFY(facts[1].membership == SerialDeviceFacts::Membership::Now);

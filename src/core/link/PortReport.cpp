@@ -51,7 +51,8 @@ PortReport reportOn(const PortTest &test, const SerialDeviceFacts &facts,
             .adapter = facts.adapter,
             .reason = why.first,
             .remedy = why.second,
-            .exists = facts.presence != Presence::Missing};
+            .exists = facts.presence != Presence::Missing,
+            .leadsTo = facts.leadsTo};
 }
 
 std::string textOf(const std::vector<PortReport> &reports) {
@@ -61,7 +62,8 @@ std::string textOf(const std::vector<PortReport> &reports) {
     std::string remedies;
     for (const PortReport &report : reports) {
         lines += (lines.empty() ? "" : "\n") + ("COM" + std::to_string(report.number)) + " (" +
-                 report.device + (report.adapter.empty() ? "" : ", " + report.adapter) +
+                 report.device + (report.leadsTo.empty() ? "" : ", a link to " + report.leadsTo) +
+                 (report.adapter.empty() ? "" : ", " + report.adapter) +
                  "): " + (report.reason.empty() ? "can be opened" : report.reason);
         if (!report.remedy.empty() && remedies.find(report.remedy) == std::string::npos)
             remedies += (remedies.empty() ? "\n\n" : "\n") + report.remedy;

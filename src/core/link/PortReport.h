@@ -17,10 +17,11 @@ struct PortTest {
 struct PortReport {
     int number = 0;
     std::string device;
-    std::string adapter; ///< maker and product; may be empty
-    std::string reason;  ///< why it did not open, in a few words; empty: it did
-    std::string remedy;  ///< what the user can do, in sentences; may be empty
-    bool exists = true;  ///< the device, or at least its name
+    std::string adapter;   ///< maker and product; may be empty
+    std::string reason;    ///< why it did not open, in a few words; empty: it did
+    std::string remedy;    ///< what the user can do, in sentences; may be empty
+    bool exists = true;    ///< the device, or at least its name
+    std::string leadsTo{}; ///< the device behind a name that is a link; empty for others
     bool operator==(const PortReport &) const = default;
 };
 

@@ -32,6 +32,7 @@ struct SerialDeviceFacts {
     std::string group{};       ///< the same
     bool groupMayOpen = false; ///< whether being in that group gives the permission
     Membership membership = Membership::None;
+    std::string leadsTo{}; ///< the device behind a name that is a link; empty for others
 };
 
 /// The machine's serial ports, of which one at a time is open. No handshaking.

@@ -93,7 +93,7 @@ private Q_SLOTS:
             return SerialDeviceFacts{There, "", false, "root", group, groupMayOpen, member};
         };
         const LinkFailure notPermitted = LinkFailure::NotPermitted;
-        const SerialDeviceFacts free{.presence = There, .adapter = "FTDI UART"};
+        const SerialDeviceFacts free{.presence = There, .adapter = "FTDI UART", .leadsTo = "/dev/x"};
         const std::string notYours = "no permission, it belongs to the group dialout";
         const std::string ownersOnly = "no permission, only its owner root may open it";
         const std::string join = "To join the group dialout, run this command and log in again:\n"
@@ -114,7 +114,7 @@ private Q_SLOTS:
               {{}, notPermitted, "", "the device is gone", plug}}) {
             PortTest test{{5, "tty5"}, std::nullopt};
             test.failure.emplace("Opening", "COM5", "odd", failure);
-            const PortReport expected{5, "tty5", facts.adapter, reason, remedy, facts.presence != Missing};
+            const PortReport expected{5, "tty5", facts.adapter, reason, remedy, facts.presence != Missing, facts.leadsTo};
             const PortReport report = reportOn(test, facts, holder);
             QCOMPARE(textOf({report}), textOf({expected}));
             QVERIFY(report == expected);
@@ -122,9 +122,9 @@ private Q_SLOTS:
         }
         // One remedy is enough for all.
         const PortReport denied1{1, "a", "", notYours, join};
-        QCOMPARE(textOf({denied1, {2, "b", "FTDI", "", ""}, denied1}),
+        QCOMPARE(textOf({denied1, {2, "b", "FTDI", "", "", true, "c"}, denied1}),
                  "COM1 (a): " + notYours +
-                     "\nCOM2 (b, FTDI): can be opened\nCOM1 (a): " + notYours + "\n\n" + join);
+                     "\nCOM2 (b, a link to c, FTDI): can be opened\nCOM1 (a): " + notYours + "\n\n" + join);
         QCOMPARE(textOf({}), std::string("There is no serial device."));
     }
 
