@@ -47,7 +47,7 @@ const Rows Shorter{
     {"incomplete ip address can't save to block.", "incomplete"}, {"Are you sure you want to delete ", "delete "},
     {"Add Corvane=Add Corvane", "Add"}, {"Edit Corvane=Edit Corvane", "Edit"}, {"AvailCorvanesList", "list"},
     {"Control Corvane=Control Corvane", "Control"}, {"Delete Corvane=Delete Corvane", "Delete"},
-    {"options OptionsCommand_0", "options"}, {"KVN NAME = ", ""}, {";\nKVN TYPE = ", ":"}, {";\nKVN IP = ", ":"},
+    {"options OptionsCommand_0", "options"}, {"OptionsCommand_", ""}, {"KVN NAME = ", ""}, {";\nKVN TYPE = ", ":"}, {";\nKVN IP = ", ":"},
     {";\n", " "}, {"10.0.0.5", "IP"}, {"10.11.12.13", "IP"}};
 // clang-format on
 

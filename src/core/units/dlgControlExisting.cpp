@@ -52,6 +52,7 @@ void dlgControlExisting::LoadFormToAdd() {
 void dlgControlExisting::show() {
     if (!isLoaded()) {
         view.StatusLabel.visible = false;
+        operation.reset();
         showOptions();
         initialzeControlLists();
     }
@@ -68,10 +69,11 @@ void dlgControlExisting::unload() {
 }
 
 void dlgControlExisting::showOptions() {
+    const auto left = static_cast<int>(operation.value_or(Operation::Add));
     operation.reset();
     view.AddCorvaneFrame.visible = false;
     view.OptionsFrame.visible = true;
-    focusOn("OptionsCommand_0");
+    focusOn("OptionsCommand_" + std::to_string(left));
 }
 
 void dlgControlExisting::initialzeControlLists() {

@@ -77,14 +77,14 @@ private Q_SLOTS:
             {"edit unit1 unit0 kind1", edit + "++ /ETHER/0/1 ..."}, {"edit unit1 kind0", edit + "++ /SERIAL/1/0"},
             {"edit unit1 kind0 go edit unit1 kind1", "{saved} " + edit + "++ /ETHER/1/1 ..."},
             {"edit unit1 units", edit + "++ /ETHER/1/1 192.168.1.20"},
-            {"edit unit1 esc", "options +--++++ /ETHER/1/1 192.168.1.20"},
+            {"edit unit1 esc", "options 1 +--++++ /ETHER/1/1 192.168.1.20"},
             {"edit unit1 kind0 back units add kind1", add + "//-1/1 ..."},
             {"add name=X go edit", edit + "-- //-1/-1"}, {"add name=X go", saved + " added"},
             {"add name=X go -units units", saved}, {"save=Full. add name=X go", "{unsaved} " + saved},
             {"add name=X kind1 quad0=1.2.3.4 cancel add kind1", add + "//-1/1 ..."},
             // While an operation is under way, nothing is picked and nothing begins.
             {"delete unit0 @1:unit1 @1:kind1 @1:double1 @1:add @1:cancel @2:?operation go", "<delete A ?> "
-             "deleted* Delete list ---++++ /SERIAL/0/0 deleted options +--++++ /SERIAL/-1/0"},
+             "deleted* Delete list ---++++ /SERIAL/0/0 deleted options 3 +--++++ /SERIAL/-1/0"},
             // Opened anew meanwhile: usable at once, and the old one leaves it alone.
             {"host=1 delete unit0 @1:-units @1:units @1.5:control/unit0/go @3.5:add/?operation @4:-connect go",
              "<delete A ?> deleted* deleted connecting* Control list ---++++ /ETHER/0/1 192.168.1.20 connecting "
@@ -92,8 +92,8 @@ private Q_SLOTS:
             {"delete unit0 @1:-units @1:units @2:add/name=N/go go wait", "<delete A ?> deleted* deleted added "
              "options +++--++ N//-1/-1 added"},
             {"delete unit0 @1:-units @1:units @2:edit/unit0/?operation/go/?operation @4:?operation go", "<delete "
-             "A ?> deleted* deleted Edit list +--++++ /ETHER/0/1 192.168.1.20 {saved} options +--++++ /ETHER/0/1 "
-             "192.168.1.20 options +--++++ /ETHER/0/1 192.168.1.20 options +--++++ /ETHER/0/1 192.168.1.20"}},
+             "A ?> deleted* deleted Edit list +--++++ /ETHER/0/1 192.168.1.20 {saved} options 1 +--++++ /ETHER/0/1 "
+             "192.168.1.20 options 1 +--++++ /ETHER/0/1 192.168.1.20 options 1 +--++++ /ETHER/0/1 192.168.1.20"}},
             "file units", "?operation");
     }
 
@@ -115,7 +115,7 @@ private Q_SLOTS:
             {"read=Bad. start edit", "{Bad.} {Bad.} " + both + " A B"},
             {"edit unit1 quad3=25 go", "{saved} A:SERIAL B:ETHER:192.168.1.25  A B"},
             {"add name=N go edit unit2 kind1 quad0=1.2.3.4 @2.9:?operation @3.1:?operation go", "{saved} options "
-             "+--++++ /ETHER/2/1 1.2.3.4 " + both + "N:ETHER:1.2.3.4  A B N"},
+             "1 +--++++ /ETHER/2/1 1.2.3.4 " + both + "N:ETHER:1.2.3.4  A B N"},
             {"holds2 save=Full. edit unit1 kind1 go save= edit unit1 kind0 go", "{unsaved} {saved} A:SERIAL "
              "A:SERIAL  A A"},
             {"delete unit0 @2.9:?operation @3.1:?operation go ?backup", "<delete A ?> deleted* Delete list "
