@@ -7,22 +7,6 @@
 #include <QFontInfo>
 #include <QGridLayout>
 #include <QLabel>
-#include <QPainter>
-
-namespace {
-
-class ProgramPicture : public QWidget {
-public:
-    using QWidget::QWidget;
-
-protected:
-    void paintEvent(QPaintEvent *) override {
-        QPainter painter(this);
-        programIcon().paint(&painter, rect());
-    }
-};
-
-} // namespace
 
 AboutWindow::AboutWindow(Form &aboutForm, const FormView &aboutView)
     : Window("frmAbout", aboutForm, aboutView) {
@@ -34,8 +18,8 @@ AboutWindow::AboutWindow(Form &aboutForm, const FormView &aboutView)
         made->setObjectName(QLatin1String(name));
         return made;
     };
-    auto *picIcon = named(new ProgramPicture(this), "picIcon");
-    picIcon->setFixedSize(grown(QSize(56, 56)));
+    QLabel *picIcon = label("picIcon", QString());
+    picIcon->setPixmap(programIcon().pixmap(grown(QSize(56, 56)), devicePixelRatio()));
     picIcon->setAccessibleName(title);
     QLabel *lblTitle = label("lblTitle", title);
     QFont bold = lblTitle->font();

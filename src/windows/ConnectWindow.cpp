@@ -33,20 +33,19 @@ ConnectWindow::ConnectWindow(dlgConnect &connectForm, const ConnectView &connect
     layout->addLayout(linkRow);
     setFixedSize(grown(QSize(420, 300)));
     whenKey(Qt::Key_Escape, [this] { dialog.unload(); });
+    leadByArrows();
 }
 
 QGroupBox *ConnectWindow::buildOptions() {
     auto *Frame1 = named(new QGroupBox(this), "Frame1");
     bind(Frame1, view.Frame1);
     auto *options = new QHBoxLayout(Frame1);
-    auto *arrows = new GridFocus(this);
-    const auto addOption = [this, Frame1, options, arrows](const char *name, const Control &control,
-                                                           std::function<void()> clicked) {
+    const auto addOption = [this, Frame1, options](const char *name, const Control &control,
+                                                   std::function<void()> clicked) {
         auto *option = named(new OptionButton(Frame1), name);
         bind(option, control);
         whenClicked(option, std::move(clicked));
         options->addWidget(option);
-        arrows->add(option, 0);
     };
     addOption("ConnectIPOption", view.ConnectIPOption, [this] { dialog.ConnectIPOption_Click(); });
     addOption("ConnectSerialOption", view.ConnectSerialOption,
@@ -64,7 +63,7 @@ QGroupBox *ConnectWindow::buildNetworkFrame() {
     bind(button, view.Connect2IPButton);
     auto *progress = named(new QLabel(frame), "Label2");
     bind(progress, view.Label2);
-    announceChanges(progress);
+    announceChanges(progress, ConnectView().Label2.text);
     auto *row = new QHBoxLayout;
     row->addWidget(address);
     row->addWidget(button);

@@ -17,7 +17,7 @@ FaceButton::FaceButton(const QString &caption, QWidget *parent) : QPushButton(ca
 }
 
 void FaceButton::setFace(const QColor &colour) {
-    QPalette colours = palette();
+    QPalette colours; // the rest stays as the window has it
     colours.setColor(QPalette::Button, colour);
     setPalette(colours);
     update();

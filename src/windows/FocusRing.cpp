@@ -5,6 +5,7 @@
 #include "ProgramLook.h"
 
 #include <QApplication>
+#include <QFrame>
 #include <QPainter>
 
 FocusRing::FocusRing(QWidget *ofWindow) : Ring(ofWindow, 2.0) {
@@ -50,8 +51,10 @@ void Ring::paintEvent(QPaintEvent *) {
     const double width = lines * lineWidth(*control);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colour::ground(palette()).focus, width));
-    const double radius = FaceButton::cornerRadius(*this);
+    painter.setPen(
+        QPen(colour::ground(palette()).focus, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    // Lists and labels have sharp corners, which would look out of round ones.
+    const double radius = qobject_cast<QFrame *>(control) ? 0.0 : FaceButton::cornerRadius(*this);
     painter.drawRoundedRect(
         QRectF(rect()).marginsRemoved(QMarginsF(width, width, width, width) / 2), radius, radius);
 }

@@ -2,7 +2,10 @@
 
 #include "Navigation.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QScrollArea>
 
 #include <algorithm>
@@ -26,6 +29,24 @@ std::optional<Direction> directionOf(int key) {
     }
 }
 
+/// Whether a control needs an arrow key for itself.
+/// @param held the key repeats; nobody means to leave by that
+bool needs(const QWidget *control, Direction direction, bool held) {
+    const bool alongRow = direction == Direction::Left || direction == Direction::Right;
+    const bool onward = direction == Direction::Right || direction == Direction::Down;
+    const auto *box = qobject_cast<const QLineEdit *>(control);
+    if (box && alongRow && !box->isReadOnly()) {
+        const auto end = onward ? box->text().size() : 0;
+        return held || box->hasSelectedText() || box->cursorPosition() != end;
+    }
+    const auto *list = qobject_cast<const QAbstractItemView *>(control);
+    if (list && !alongRow && list->model()->rowCount() > 0) {
+        const int end = onward ? list->model()->rowCount() - 1 : 0;
+        return held || !list->selectionModel()->hasSelection() || list->currentIndex().row() != end;
+    }
+    return qobject_cast<const QComboBox *>(control) && direction == Direction::Down;
+}
+
 void scrollTo(QWidget *control) {
     for (QWidget *around = control->parentWidget(); around; around = around->parentWidget()) {
         if (auto *area = qobject_cast<QScrollArea *>(around))
@@ -42,7 +63,8 @@ void GridFocus::add(QWidget *control, int group) {
 }
 
 bool GridFocus::isReachable(const QWidget *control) const {
-    return control && control->isEnabled() && control->isVisibleTo(window);
+    return control && control->isEnabled() && control->isVisibleTo(window) &&
+           (control->focusPolicy() & Qt::TabFocus) != 0;
 }
 
 QWidget *GridFocus::entryOf(int group) const {
@@ -73,9 +95,9 @@ bool GridFocus::toNextGroup(bool forward) {
     return false;
 }
 
-bool GridFocus::moveBy(int key, QWidget *from) {
-    const std::optional<Direction> direction = directionOf(key);
-    if (!direction)
+bool GridFocus::moveBy(const QKeyEvent &key, QWidget *from) {
+    const std::optional<Direction> direction = directionOf(key.key());
+    if (!direction || needs(from, *direction, key.isAutoRepeat()))
         return false;
     std::vector<QWidget *> controls;
     std::vector<QRect> places;
@@ -101,8 +123,7 @@ bool GridFocus::eventFilter(QObject *watched, QEvent *event) {
         scrollTo(control);
     } else if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        if ((key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier &&
-            moveBy(key->key(), control))
+        if ((key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && moveBy(*key, control))
             return true;
     }
     return QObject::eventFilter(watched, event);

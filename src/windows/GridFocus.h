@@ -6,9 +6,12 @@
 #include <map>
 #include <vector>
 
+class QKeyEvent;
+
 /// Moves the focus among the controls of a window: the arrow keys to the one that stands next on
 /// screen, Tab from group to group. A group is entered at the control that had the focus last in
-/// it, at first at its first one. Hidden and disabled controls are passed over.
+/// it, at first at its first one. Controls that are hidden, disabled or no Tab stop are passed
+/// over. A box or a list that needs an arrow for its content keeps it until the content ends there.
 class GridFocus : public QObject {
 public:
     /// @param ofWindow owns this and, however deep, all controls
@@ -31,7 +34,7 @@ private:
 
     [[nodiscard]] bool isReachable(const QWidget *control) const;
     [[nodiscard]] QWidget *entryOf(int group) const;
-    bool moveBy(int key, QWidget *from);
+    bool moveBy(const QKeyEvent &key, QWidget *from);
 
     QWidget *window;
     std::vector<Member> members;

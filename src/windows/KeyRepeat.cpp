@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QRadioButton>
 
 namespace {
 
@@ -18,14 +17,11 @@ quint64 idOf(const QKeyEvent &key) {
 }
 
 bool mayRepeat(const QKeyEvent &key) {
-    const QWidget *focus = QApplication::focusWidget();
     switch (key.key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
     case Qt::Key_Up:
     case Qt::Key_Down:
-        // There an arrow chooses, which can begin a search.
-        return qobject_cast<const QRadioButton *>(focus) == nullptr;
     case Qt::Key_Home:
     case Qt::Key_End:
     case Qt::Key_PageUp:
@@ -36,7 +32,7 @@ bool mayRepeat(const QKeyEvent &key) {
     default:
         break;
     }
-    const auto *box = qobject_cast<const QLineEdit *>(focus);
+    const auto *box = qobject_cast<const QLineEdit *>(QApplication::focusWidget());
     if (!box || box->isReadOnly())
         return false;
     if (key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete)

@@ -13,7 +13,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QShowEvent>
-#include <QTextDocument>
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -73,6 +72,7 @@ PanelWindow::PanelWindow(KVN32x32Audio &panelForm, const PanelView &panelView,
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     buildMenu(std::move(openHelp));
+    sheet->setAccessibleName(QStringLiteral("Inputs and outputs"));
     scroller = new QScrollArea(this);
     scroller->setFrameShape(QFrame::NoFrame);
     scroller->setFocusPolicy(Qt::NoFocus);
@@ -277,7 +277,7 @@ void PanelWindow::showName() {
     auto *label = findChild<QLabel *>(QStringLiteral("KVNNameLabel"));
     const QString name = shown(view.KVNNameLabel.text);
     label->setText(label->fontMetrics().elidedText(name, Qt::ElideRight, label->width()));
-    label->setToolTip(name.isEmpty() ? name : Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal));
+    label->setToolTip(name.isEmpty() ? name : wrappingTip(name));
 }
 
 bool PanelWindow::eventFilter(QObject *watched, QEvent *event) {

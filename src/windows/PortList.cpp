@@ -1,6 +1,7 @@
 #include "PortList.h"
 
 #include <QAbstractItemView>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QWheelEvent>
 
@@ -16,11 +17,25 @@ void PortList::showPopup() {
 }
 
 void PortList::keyPressEvent(QKeyEvent *event) {
-    const int key = event->key();
-    if (key == Qt::Key_Down || key == Qt::Key_Up)
+    switch (event->key()) {
+    case Qt::Key_Down:
+    case Qt::Key_Up:
+    case Qt::Key_Space:
         showPopup();
-    else
-        QComboBox::keyPressEvent(event);
+        return;
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        break;
+    default:
+        if (event->text().isEmpty() || !event->text().front().isPrint()) {
+            QComboBox::keyPressEvent(event);
+            return;
+        }
+    }
+    showPopup();
+    QCoreApplication::sendEvent(view(), event);
 }
 
 void PortList::wheelEvent(QWheelEvent *event) { event->ignore(); }
@@ -33,5 +48,15 @@ bool PortList::eventFilter(QObject *watched, QEvent *event) {
         event->accept();
         return true;
     }
+    // A closed list has no entry that could be taken for the one with the focus. What was picked is
+    // still read from it by whoever closed it.
+    if (event->type() == QEvent::Hide)
+        QMetaObject::invokeMethod(
+            view(),
+            [list = view()] {
+                if (!list->isVisible())
+                    list->setCurrentIndex({});
+            },
+            Qt::QueuedConnection);
     return QComboBox::eventFilter(watched, event);
 }

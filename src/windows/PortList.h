@@ -2,8 +2,8 @@
 
 #include <QComboBox>
 
-/// A list that drops down. While it is closed the arrow keys open it and choose nothing, nor does
-/// the wheel; while it is open Esc closes it and nothing else.
+/// A list that drops down. While it is closed keys open it and mark an entry at most, and the wheel
+/// does nothing; while it is open Esc closes it and nothing else.
 class PortList : public QComboBox {
 public:
     explicit PortList(QWidget *parent);

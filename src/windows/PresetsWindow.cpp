@@ -5,6 +5,7 @@
 
 #include <QGridLayout>
 #include <QScreen>
+#include <QScrollArea>
 
 #include <algorithm>
 
@@ -22,7 +23,9 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
     // With a large font a narrow screen has room for fewer beside each other.
     const int room = screen()->availableSize().width() - 2 * margin;
     const int columns = std::clamp((room + gap) / (smallest.width() + gap), 1, MostColumns);
-    auto *grid = new QGridLayout(this);
+    auto *sheet = new QWidget;
+    sheet->setAccessibleName(QStringLiteral("Presets"));
+    auto *grid = new QGridLayout(sheet);
     grid->setContentsMargins(margin, margin, margin, margin);
     grid->setSpacing(gap);
     for (int preset = 1; preset <= presetsView.NewPresetButton.last(); ++preset) {
@@ -36,16 +39,25 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
         bind(button, presetsView.NewPresetButton[preset]);
         whenClicked(button, [&presetsForm, preset] { presetsForm.NewPresetButton_Click(preset); });
     }
-    const int lastRow = grid->rowCount();
+    auto *scroller = new QScrollArea(this);
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setFocusPolicy(Qt::NoFocus);
+    scroller->setWidgetResizable(true);
+    scroller->setWidget(sheet);
     auto *ExecutePresetButton = named(new FaceButton(QString(), this), "ExecutePresetButton");
     auto *ExitPresets = named(new FaceButton(QString(), this), "ExitPresets");
     for (FaceButton *button : {ExecutePresetButton, ExitPresets})
         button->setMinimumHeight(grown(40));
-    grid->setRowMinimumHeight(lastRow, grown(12));
     auto *commands = new QHBoxLayout;
+    commands->setContentsMargins(margin, grown(12), margin, margin);
+    commands->setSpacing(gap);
     commands->addWidget(ExecutePresetButton, 1);
     commands->addWidget(ExitPresets, 1);
-    grid->addLayout(commands, lastRow + 1, 0, 1, columns);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(scroller);
+    layout->addLayout(commands);
     stops->add(ExecutePresetButton, 1);
     stops->add(ExitPresets, 2);
     bind(ExecutePresetButton, presetsView.ExecutePresetButton);
@@ -53,4 +65,6 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
     whenClicked(ExecutePresetButton, [&presetsForm] { presetsForm.ExecutePresetButton_Click(); });
     whenClicked(ExitPresets, [&presetsForm] { presetsForm.ExitPresets_Click(); });
     whenKey(Qt::Key_Escape, [&presetsForm] { presetsForm.ExitPresets_Click(); });
+    const QSize whole = sheet->sizeHint() + QSize(0, commands->sizeHint().height());
+    resize(whole.boundedTo(screen()->availableSize() * 9 / 10));
 }

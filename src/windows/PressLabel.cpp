@@ -8,8 +8,12 @@
 
 void PressLabel::whenPressed(std::function<void()> action) {
     pressed = std::move(action);
-    setFocusPolicy(Qt::TabFocus);
-    setCursor(Qt::PointingHandCursor);
+    setPressable(true);
+}
+
+void PressLabel::setPressable(bool pressable) {
+    setFocusPolicy(pressable ? Qt::TabFocus : Qt::NoFocus);
+    setCursor(pressable ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
 void PressLabel::press() {

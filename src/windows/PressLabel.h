@@ -5,14 +5,15 @@
 #include <functional>
 
 /// A label that does something when it is clicked, or by Space or Enter while it has the focus.
-/// Until it is told what, it is a plain label.
+/// Until it is told what, it is a plain label. Only while a press would do something it can be gone
+/// to by keys and is told to be one that can be pressed.
 class PressLabel : public QLabel {
 public:
     explicit PressLabel(QWidget *parent) : QLabel(parent) {}
 
-    /// Lets the label take the focus by Tab and be pressed from now on.
     void whenPressed(std::function<void()> action);
-    [[nodiscard]] bool canBePressed() const { return static_cast<bool>(pressed); }
+    void setPressable(bool pressable);
+    [[nodiscard]] bool canBePressed() const { return focusPolicy() == Qt::TabFocus; }
     void press();
 
 protected:

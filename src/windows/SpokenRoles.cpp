@@ -129,7 +129,7 @@ public:
         all.hasPopup = true;
         return all;
     }
-    [[nodiscard]] int childCount() const override { return 1; }
+    [[nodiscard]] int childCount() const override { return list().view()->isVisible() ? 1 : 0; }
     [[nodiscard]] QAccessibleInterface *child(int index) const override {
         return index == 0 ? entries() : nullptr;
     }

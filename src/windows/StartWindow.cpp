@@ -12,14 +12,14 @@
 
 StartWindow::StartWindow(frmMain &startForm, const MainView &mainView,
                          std::function<void()> openAbout)
-    : Window("frmMain", startForm, mainView.form), start(startForm) {
+    : Window("frmMain", startForm, mainView.form), start(startForm), view(mainView) {
     setWindowTitle(QLatin1String(ProgramTitle));
-    buildLayout(mainView);
+    buildLayout();
     buildMenu(std::move(openAbout));
     whenKey(QKeySequence::New, [this] { start.addUnit(); });
 }
 
-void StartWindow::buildLayout(const MainView &view) {
+void StartWindow::buildLayout() {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(grown(QMargins(28, 24, 28, 22)));
     layout->setSpacing(grown(12));
@@ -38,16 +38,18 @@ void StartWindow::buildLayout(const MainView &view) {
     bind(hint, view.ToDisconnectPortLabel);
     layout->addWidget(hint);
     const StatusWidgets status = bindStatus(this, view.status);
+    ZarnConnectedLabel = status.ZarnConnectedLabel;
     auto *row = new QHBoxLayout;
     row->setSpacing(grown(12));
     row->addWidget(status.ZarnConnectedImage);
     row->addWidget(status.ZarnNotConnectedImage);
-    row->addWidget(status.ZarnConnectedLabel, 1);
+    row->addWidget(ZarnConnectedLabel, 1);
     layout->addLayout(row);
-    status.ZarnConnectedLabel->setMinimumHeight(grown(32));
-    status.ZarnConnectedLabel->whenPressed(
+    ZarnConnectedLabel->setMinimumHeight(grown(32));
+    ZarnConnectedLabel->whenPressed(
         [this] { report([this] { start.ZarnConnectedLabel_Click(); }); });
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    leadByArrows();
 }
 
 void StartWindow::buildMenu(std::function<void()> openAbout) {
@@ -67,3 +69,5 @@ void StartWindow::buildMenu(std::function<void()> openAbout) {
     addItem("AboutCorvaneController", "About", std::move(openAbout));
     setMenuBar(bar);
 }
+
+void StartWindow::refreshRest() { ZarnConnectedLabel->setPressable(view.status.linkUp); }

@@ -11,9 +11,14 @@ public:
     /// @param openAbout what the menu's last item does
     StartWindow(frmMain &startForm, const MainView &mainView, std::function<void()> openAbout);
 
+protected:
+    void refreshRest() override;
+
 private:
-    void buildLayout(const MainView &view);
+    void buildLayout();
     void buildMenu(std::function<void()> openAbout);
 
     frmMain &start;
+    const MainView &view;
+    PressLabel *ZarnConnectedLabel = nullptr;
 };

@@ -8,11 +8,11 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QRegularExpressionValidator>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
-#include <QTextDocument>
 #include <QToolTip>
 #include <QVBoxLayout>
 
@@ -41,9 +41,32 @@ public:
             return QStyledItemDelegate::helpEvent(event, list, option, index);
         const bool cut = QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width();
         const QString name = index.data().toString();
-        QToolTip::showText(event->globalPos(),
-                           cut ? Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal) : QString(),
-                           list, option.rect);
+        QToolTip::showText(event->globalPos(), cut ? wrappingTip(name) : QString(), list,
+                           option.rect);
+        return true;
+    }
+};
+
+/// A list with a frame in whole pixels of the screen, which its entries keep off. The style's own
+/// is cut where a pixel of the screen is a part of a logical one.
+class FramedList : public QListWidget {
+public:
+    explicit FramedList(QWidget *parent) : QListWidget(parent) {
+        setViewportMargins(1, 1, 1, 1);
+        setBackgroundRole(QPalette::Base);
+        setAutoFillBackground(true);
+    }
+
+protected:
+    bool event(QEvent *event) override {
+        if (event->type() != QEvent::Paint)
+            return QListWidget::event(event);
+        const double line = ::lineWidth(*this);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Window).darker(130), line, Qt::SolidLine,
+                            Qt::SquareCap, Qt::MiterJoin));
+        painter.drawRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2));
         return true;
     }
 };
@@ -96,6 +119,7 @@ UnitsWindow::UnitsWindow(dlgControlExisting &unitsForm, const UnitsView &unitsVi
     layout->addLayout(linkRow);
     resize(grown(QSize(820, 480)).boundedTo(screen()->availableSize() * 9 / 10));
     whenKey(Qt::Key_Escape, [this] { dialog.Escape(); });
+    leadByArrows();
 }
 
 QGroupBox *UnitsWindow::buildOptions() {
@@ -210,7 +234,7 @@ QGroupBox *UnitsWindow::buildAddress(QWidget *parent) {
 
 QListWidget *UnitsWindow::buildList(const char *name, const QString &spoken,
                                     const ListControl &control, PickRow picked, QWidget *parent) {
-    auto *list = named(new QListWidget(parent), name);
+    auto *list = named(new FramedList(parent), name);
     list->setAccessibleName(spoken);
     list->installEventFilter(this);
     list->viewport()->installEventFilter(this);
@@ -247,9 +271,9 @@ void UnitsWindow::refreshRest() {
     refreshList(*AvailCorvanesList, view.AvailCorvanesList, shownUnits);
     refreshList(*ConnectChoiceList, view.ConnectChoiceList, shownKinds);
     // As high as its few entries.
-    ConnectChoiceList->setFixedHeight(ConnectChoiceList->count() *
-                                          ConnectChoiceList->sizeHintForRow(0) +
-                                      2 * ConnectChoiceList->frameWidth());
+    const int around = ConnectChoiceList->height() - ConnectChoiceList->viewport()->height();
+    ConnectChoiceList->setFixedHeight(
+        ConnectChoiceList->count() * ConnectChoiceList->sizeHintForRow(0) + around);
     address->refresh();
 }
 

@@ -4,6 +4,7 @@
 #include "FaceButton.h"
 #include "FocusRing.h"
 #include "LinkPicture.h"
+#include "ProgramLook.h"
 #include "TextConversion.h"
 
 #include <QApplication>
@@ -57,6 +58,26 @@ void showFrame(QWidget &widget, const Control &control) {
 
 void showNothing(QWidget &, const Control &) {}
 
+/// Lets Esc in a menu leave the menu bar as well, which would have the keys otherwise.
+class LeavesMenuBar : public QObject {
+public:
+    explicit LeavesMenuBar(QMenuBar *ofMenus) : QObject(ofMenus), bar(ofMenus) {}
+
+protected:
+    bool eventFilter(QObject *menu, QEvent *event) override {
+        if (event->type() != QEvent::KeyPress ||
+            !static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel))
+            return false;
+        // Not sent: the shortcuts of the window would be asked for it first.
+        static_cast<QObject *>(bar)->event(event);
+        static_cast<QMenu *>(menu)->close();
+        return true;
+    }
+
+private:
+    QMenuBar *bar;
+};
+
 /// Without the dots that only show that something goes on.
 QStringView sense(const QString &text) {
     QStringView part(text);
@@ -93,8 +114,11 @@ void Window::whenKey(const QKeySequence &keys, std::function<void()> action) {
 void Window::setMenuBar(QMenuBar *bar) {
     layout()->setMenuBar(bar);
     bar->setAccessibleName(QStringLiteral("Menu"));
-    for (QAction *title : bar->actions())
+    auto *leaves = new LeavesMenuBar(bar);
+    for (QAction *title : bar->actions()) {
         title->menu()->setAccessibleName(title->iconText()); // without the mark of the key
+        title->menu()->installEventFilter(leaves);
+    }
     whenKey(Qt::Key_F10, [bar] {
         QAction *first = bar->actions().constFirst();
         bar->setActiveAction(first);
@@ -102,9 +126,17 @@ void Window::setMenuBar(QMenuBar *bar) {
     });
 }
 
+void Window::leadByArrows() {
+    auto *arrows = new GridFocus(this);
+    for (auto *control : findChildren<QWidget *>()) {
+        if ((control->focusPolicy() & Qt::TabFocus) != 0 && control->window() == this)
+            arrows->add(control, 0);
+    }
+}
+
 void Window::bindAs(QWidget *widget, const Control &control,
                     void (*showText)(QWidget &, const Control &)) {
-    bound.push_back({widget, &control, showText, std::nullopt, false});
+    bound.push_back({widget, &control, showText, std::nullopt});
 }
 
 void Window::bind(QAbstractButton *button, const Control &control) {
@@ -126,10 +158,12 @@ void Window::bindPresence(QWidget *widget, const Control &control) {
     bindAs(widget, control, showNothing);
 }
 
-void Window::announceChanges(const QLabel *label) {
-    std::find_if(bound.begin(), bound.end(), [label](const Bound &binding) {
+void Window::announceChanges(const QLabel *label, const std::string &idle) {
+    const auto found = std::find_if(bound.begin(), bound.end(), [label](const Bound &binding) {
         return binding.widget == label;
-    })->announced = true;
+    });
+    found->announced = true;
+    found->idle = idle;
 }
 
 Window::StatusWidgets Window::bindStatus(QWidget *parent, const LinkStatusView &status) {
@@ -186,7 +220,7 @@ void Window::tellChange(const Bound &binding) {
     const Control &before = *binding.shown;
     const Control &now = *binding.control;
     const QString text = shown(now.text);
-    if (binding.announced && now.visible &&
+    if (binding.announced && now.visible && now.text != binding.idle &&
         (!before.visible || sense(shown(before.text)) != sense(text)))
         changedUnseen(text);
     if (before.face == Face::Busy && now.face != Face::Busy)
@@ -200,16 +234,22 @@ void Window::refreshStatus() {
         shownStatus->caption != linkStatus->caption)
         changedUnseen(shown(linkStatus->caption));
     shownStatus = *linkStatus;
+    showStatusColours();
     PressLabel *label = statusWidgets.ZarnConnectedLabel;
-    QPalette colours = label->parentWidget()->palette();
-    const QColor background = colour::of(linkStatus->colour, colours);
-    colours.setColor(QPalette::Window, background);
-    colours.setColor(QPalette::WindowText, colour::textOn(background));
-    label->setPalette(colours);
     label->setText(shown(linkStatus->caption));
     label->setVisible(linkStatus->labelVisible);
     statusWidgets.ZarnConnectedImage->setVisible(linkStatus->linkUp);
     statusWidgets.ZarnNotConnectedImage->setVisible(!linkStatus->linkUp);
+}
+
+void Window::showStatusColours() {
+    if (!shownStatus)
+        return;
+    const QColor background = colour::of(shownStatus->colour, palette());
+    QPalette colours;
+    colours.setColor(QPalette::Window, background);
+    colours.setColor(QPalette::WindowText, colour::textOn(background));
+    statusWidgets.ZarnConnectedLabel->setPalette(colours);
 }
 
 void Window::refreshForm() {
@@ -237,6 +277,13 @@ void Window::closeEvent(QCloseEvent *event) {
 
 void Window::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        showStatusColours();
+        for (auto *box : findChildren<QLineEdit *>()) {
+            if (box->isReadOnly())
+                makeReadOnly(box);
+        }
+    }
     // Minimised or restored by the user: that is what is shown from now on.
     if (event->type() == QEvent::WindowStateChange && formView.loaded)
         form.minimise(shownMinimised = isMinimized());
@@ -274,8 +321,8 @@ void showHints(QWidget &widget, const Control &before, const Control &now) {
 
 void makeReadOnly(QLineEdit *box) {
     box->setReadOnly(true);
-    QPalette colours = box->palette();
-    colours.setColor(QPalette::Base, colour::ground(colours).window);
+    QPalette colours; // the rest stays as the window has it
+    colours.setColor(QPalette::Base, colour::ground(QApplication::palette()).window);
     box->setPalette(colours);
 }
 

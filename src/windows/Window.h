@@ -42,8 +42,10 @@ protected:
     void report(const std::function<void()> &action);
     void whenClicked(QAbstractButton *button, std::function<void()> action);
     void whenKey(const QKeySequence &keys, std::function<void()> action);
-    /// Puts the menu bar into the layout; F10 opens its first menu.
+    /// Puts the menu bar into the layout; F10 opens its first menu, Esc leaves all of it.
     void setMenuBar(QMenuBar *bar);
+    /// Lets the arrow keys lead from each control that was made so far to the one that stands next.
+    void leadByArrows();
 
     /// Brings up to date what is not bound.
     virtual void refreshRest() {}
@@ -55,7 +57,8 @@ protected:
     void bind(Lamp *lamp, const Control &control);
     void bind(QGroupBox *frame, const Control &control);
     /// Lets a label that is bound be spoken whenever its text changes.
-    void announceChanges(const QLabel *label);
+    /// @param idle the text that stands there while there is nothing to tell
+    void announceChanges(const QLabel *label, const std::string &idle = {});
     /// Visibility and availability only.
     void bindPresence(QWidget *widget, const Control &control);
     struct StatusWidgets {
@@ -82,6 +85,7 @@ private:
         void (*showText)(QWidget &, const Control &);
         std::optional<Control> shown;
         bool announced = false;
+        std::string idle{};
     };
 
     void bindAs(QWidget *widget, const Control &control,
@@ -89,6 +93,7 @@ private:
     void refreshBound();
     void tellChange(const Bound &binding);
     void refreshStatus();
+    void showStatusColours();
     void refreshForm();
 
     const FormView &formView;

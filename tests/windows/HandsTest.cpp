@@ -62,7 +62,10 @@ private Q_SLOTS:
             {"menu AboutController windows", "frmAbout frmMain"}, {"click MainControl2 windows", Units + " frmMain"},
             {"menu ControlExisting windows", Units + " frmMain"},
             {"in frmMain key Ctrl+N in dlgControlExisting see AddFrame", "Add Corvane"},
-            {"in frmMain key F10 focus key Esc key Alt+C focus key Esc", "Connect2, Connect2"},
+            {"in frmMain key F10 focus key Esc focus key Alt+C focus key Esc focus",
+             "Connect2, MainControl0, Connect2, MainControl0"},
+            {"in frmMain walk Down*2 walk Tab linked walk Backtab key Left walk Up*2 walk Down",
+             "MainControl2, MainControl2, MainControl0, ZarnConnectedLabel, MainControl2, MainControl0, MainControl2"},
             {"ports 0 " + Connecting + "click ConnectSerialOption ; in frmMain point MainControl2 windows "
              "in dlgOK point OK windows ; in dlgConnect see ConnectSerialOption",
              "dlgConnect dlgOK frmMain, dlgConnect frmMain, Serial Port"}});
@@ -91,7 +94,10 @@ private Q_SLOTS:
             {AtPorts + "key Down list SerialPortsCombo key Esc focus windows",
              "[Comm1] Comm2 , SerialPortsCombo, dlgConnect frmMain"},
             {AtPorts + "wheel SerialPortsCombo -120 list SerialPortsCombo", " Comm1  Comm2 "},
-            {AtPorts + "key End ; line in dlgOK key Return ; line in dlgConnect click Connect2Serial ; windows",
+            {AtPorts + "type C list SerialPortsCombo key Esc key Home key Esc ; windows", " Comm1 [Comm2], dlgConnect frmMain"},
+            {AtPorts + "walk Up walk Down", "ConnectIPOption, SerialPortsCombo"},
+            {Pasted + "walk Left*2 walk Up", "IPAddressQuadConnect3, IPAddressQuadConnect2, ConnectSerialOption"},
+            {AtPorts + "key End key Return ; line in dlgOK key Return ; line in dlgConnect click Connect2Serial ; windows",
              "close, open 2 38400,N,8,1, KVN32x32Audio frmMain"}});
     }
 
@@ -112,6 +118,9 @@ private Q_SLOTS:
             {Deleting + "see AddFrame pick AvailList 0 go CancelCommand key Return see AddFrame file",
              "Delete Corvane, Delete Corvane hidden, " + Before},
             {Deleting + "pick AvailList 0 click AddCommand ; in dlgYesNo click Yes ; file", Before.substr(12)},
+            {Editing + "key Down*2 walk Up*2 walk Down*3 walk Up walk Left key Esc focus",
+             "AvailList, ConnectChoiceList, ConnectChoiceList, CntrlIPAddressQuad0, AddCommand, CntrlIPAddressQuad0, "
+             "AvailList, OptionsCommand1"},
             {Deleting + "list AvailList key Down unit list AvailList key Down unit", " A<b>  B , 1A, [A<b>] B , 2A"},
             {Deleting + "key Up unit", "1A"}, {Deleting + "key Home unit", "1A"}, {Deleting + "key Space unit", "1A"},
             {Controlling + "see AddFrame double AvailList 1 unit ; unit windows",
@@ -145,7 +154,8 @@ private Q_SLOTS:
             {"key F9 sent", Taken}, {"key Return sent", Taken}, {"key Enter sent", Taken}, {"key Space sent", Taken},
             {"go InVideoAudio3 key Ctrl+Return sent focus", Taken + ", InVideoAudio3"},
             {"go OutVolume9 key Ctrl+Enter sent focus", Taken + ", OutVolume9"},
-            {"key Esc sent state", ", Bi3v0"}, {"key F1 sent windows", ", KVN32x32Audio dlgInputConnect frmMain"},
+            {"key Esc sent state", ", Bi3v0"}, {"key F10 key Esc focus state", "Take, Bi3o1v0"},
+            {"key Alt+H focus key Esc focus state", "ConnectionHelp, Take, Bi3o1v0"}, {"key F1 sent windows", ", KVN32x32Audio dlgInputConnect frmMain"},
             {"hold F9 +1! hold Return +1! hold Enter +1! hold Space +1! hold Esc +1! hold F1 +1! sent state windows",
              ", Bi3o1v0, KVN32x32Audio frmMain"}});
     }

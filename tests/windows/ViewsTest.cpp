@@ -17,7 +17,7 @@ constexpr const char *Panel = "KVN32x32Audio";
 constexpr const char *Spoken = R"(frmMain = Window Corvane Controller 1.14; KVN32x32Audio = Window Corvane Control Panel
 dlgConnect = Dialog Connect to Zarn-Lt; dlgControlExisting = Dialog Control Existing Corvane
 dlgPresets = Dialog Preset Handler; dlgSetup = Dialog Initializing Display; frmAbout = Dialog About Corvane Controller 1.14
-dlgYesNo = AlertMessage Question:Sure?; dlgOK = AlertMessage Confirm:Failed./why
+frmAbout picIcon = Graphic Corvane Controller 1.14; dlgYesNo = AlertMessage Question:Sure?; dlgOK = AlertMessage Confirm:Failed./why
 dlgInputConnect = Dialog How to Connect Inputs to Outputs; KVN32x32Audio HlpFiles = PopupMenu Help Files
 KVN32x32Audio InputVideoLamp_3 = Graphic Input 3 video lamp:unlit; frmMain ZarnConnectedLabel = StaticText Connected on COM7
 KVN32x32Audio MuteButton_3 = Button Output 3 mute on:video from input 3, audio from input 3, volume -20, muted
@@ -314,9 +314,11 @@ private Q_SLOTS:
         QVERIFY(actions("frmMain ZarnConnectedLabel")->actionNames().contains(press));
         actions("frmMain ZarnConnectedLabel")->doAction(press);
         QTRY_VERIFY(!kvn->serialPort.isOpen());
+        QVERIFY(!actions("frmMain ZarnConnectedLabel")->actionNames().contains(press));
         for (const bool open : {true, false}) {
             actions("dlgConnect SerialPortsCombo")->doAction(press);
             QCOMPARE(spokenAt("dlgConnect SerialPortsCombo")->state().expanded != 0U, open);
+            QCOMPARE(spokenAt("dlgConnect SerialPortsCombo")->childCount() != 0, open);
         }
     }
 
@@ -335,6 +337,7 @@ private Q_SLOTS:
             {[&] { volume.text = "Output 3 volume"; }, "Output 3 volume|"},
             {[&] { progress = {.text = "Connecting to 1.2.3.4"}; }, "Connecting to 1.2.3.4|"},
             {[&] { progress.text += " . ."; }, ""}, // goes on
+            {[&] { progress.text = "Connect to ..."; }, ""}, // nothing goes on
             {[&] { take.face = Face::Busy; }, ""},
             {[&] { take.face = Face::Neutral; }, "TAKE finished|"},
             {[&] { views.main.status.caption = views.panel.status.caption = "Lost"; }, "Lost|"}, // once, though two show it

@@ -37,8 +37,11 @@ inline std::string look(QWidget *widget) {
 
 /// What the pointer shows at a widget, and what is spoken of it.
 inline std::string hints(const QWidget *widget) {
-    return QTextDocumentFragment::fromHtml(widget->toolTip()).toPlainText().toStdString() + "/" +
-           widget->accessibleDescription().toStdString();
+    return QTextDocumentFragment::fromHtml(widget->toolTip())
+               .toPlainText()
+               .remove(QChar(0x200B))
+               .toStdString() +
+           "/" + widget->accessibleDescription().toStdString();
 }
 
 /// The entries of a list, the chosen one in brackets, or the marked one of a list dropped down.
