@@ -15,21 +15,32 @@
 namespace {
 constexpr int SmallestFontPixels = 13;
 constexpr int LineForFontPixels = 13;
+
+void applyPalette(const QPalette &look) {
+    QApplication::setPalette(look);
+    QToolTip::setPalette(look);
+    for (const char *const kind : {"QLineEdit", "QAbstractItemView", "QRadioButton", "QComboBox"})
+        QApplication::setPalette(colour::fieldPalette(look), kind);
+}
+
 } // namespace
 
 void applyProgramLook() {
     // Before the style is set, which brings a palette of its own.
     const QPalette look = colour::windowPalette(QApplication::palette());
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setPalette(look);
-    QToolTip::setPalette(look);
-    for (const char *const kind : {"QLineEdit", "QAbstractItemView", "QRadioButton", "QComboBox"})
-        QApplication::setPalette(colour::fieldPalette(look), kind);
+    applyPalette(look);
     QFont font = QApplication::font();
     if (QFontInfo(font).pixelSize() < SmallestFontPixels)
         font.setPixelSize(SmallestFontPixels);
     QApplication::setFont(font);
     QApplication::setWindowIcon(programIcon());
+}
+
+void followDesktop() {
+    const QPalette look = colour::windowPalette(QApplication::palette());
+    if (look != QApplication::palette())
+        applyPalette(look);
 }
 
 bool canDrawText() { return QFontMetrics(QApplication::font()).inFont(QLatin1Char('A')); }

@@ -8,6 +8,9 @@
 /// not too small. Needs a QApplication.
 void applyProgramLook();
 
+/// Makes the windows light or dark as the desktop is by now; nothing if they are.
+void followDesktop();
+
 /// Whether there is a font to draw letters with. Needs a QApplication.
 bool canDrawText();
 

@@ -275,6 +275,15 @@ void Window::closeEvent(QCloseEvent *event) {
     report([this] { form.unload(); });
 }
 
+bool Window::event(QEvent *event) {
+    const bool known = QWidget::event(event);
+    if (event->type() == QEvent::ThemeChange)
+        QApplication::setPalette(QPalette()); // the desktop's, which the program's own hides
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        followDesktop();
+    return known;
+}
+
 void Window::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {

@@ -69,6 +69,7 @@ protected:
     /// The status label and the two link pictures, which it makes as children of `parent`.
     StatusWidgets bindStatus(QWidget *parent, const LinkStatusView &status);
 
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
