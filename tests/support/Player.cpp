@@ -265,7 +265,8 @@ void Player::act(const std::string &word) {
         {"shut", [&] { talk.CloseLink(); }}, {"disconnect", [&] { talk.DisconnectLink(); }},
         {"send", [&] { talk.SendCommand(unmarked(rest) + "\r"); }},
         {"cmd", [&] { talk.SendCommandGetResponse(unmarked(rest) + "\r"); see(reply("")); }},
-        {"config", [&] { talk.GetParseConfiguration(); see(reply(" " + program.unit.model.ModelDescription)); }},
+        {"config", [&] { talk.GetParseConfiguration();
+                         see(reply(" " + std::string(program.unit.model.ModelDescription))); }},
         {"status", [&] { talk.RequestOutputStatus(program.aboutForm);
                          for (const int output : {1, 2, 3}) {
                              const OutputStatusRecord &is = program.unit.routing.Outputs[output];

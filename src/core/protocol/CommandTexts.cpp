@@ -5,7 +5,11 @@
 namespace {
 
 std::string line(std::initializer_list<std::string_view> pieces) {
+    std::size_t length = 1;
+    for (const std::string_view piece : pieces)
+        length += piece.size();
     std::string text;
+    text.reserve(length);
     for (const std::string_view piece : pieces)
         text += piece;
     text += '\r';

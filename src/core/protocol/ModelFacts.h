@@ -2,7 +2,7 @@
 
 #include "protocol/Table.h"
 
-#include <string>
+#include <string_view>
 
 /// What the program knows of the connected unit's model. Written by the model catalogue only;
 /// nothing resets it between connections, so a model that leaves a fact alone inherits the one of
@@ -10,9 +10,9 @@
 struct ModelFacts {
     int NumInputs = 0;
     int NumOutputs = 0;
-    std::string SignalType; ///< "RGB", "HD", "CV" or "SV"
+    std::string_view SignalType; ///< "RGB", "HD", "CV" or "SV"
     bool HasAudio = false;
-    std::string ModelDescription;
+    std::string_view ModelDescription; ///< lies in the catalogue, as the one above does
 
     Table<int, 32> InputButtonIndex{"InputButtonIndex"};   ///< input number -> panel slot
     Table<int, 32> ButtonInput{"ButtonInput"};             ///< panel slot -> input number

@@ -4,14 +4,14 @@
 
 #include <array>
 #include <cstddef>
-#include <string>
+#include <string_view>
 
 /// A fixed table with the indices 0 to Last. Index 0 exists so that numbers can be used as indices
 /// as they are; most tables leave it empty.
 template <class T, std::size_t Last> class Table {
 public:
-    /// @param name stands in the error of a wrong index
-    explicit Table(std::string name) : tableName(std::move(name)) {}
+    /// @param name a literal; it stands in the error of a wrong index
+    explicit Table(std::string_view name) : tableName(name) {}
 
     /// @throws RangeError if index is not in 0..Last
     T &operator[](long long index) { return entries[checked(index)]; }
@@ -28,10 +28,10 @@ public:
 private:
     [[nodiscard]] std::size_t checked(long long index) const {
         if (index < 0 || index > last())
-            throw RangeError(tableName, index, last());
+            throw RangeError(std::string(tableName), index, last());
         return static_cast<std::size_t>(index);
     }
 
-    std::string tableName;
+    std::string_view tableName;
     std::array<T, Last + 1> entries{};
 };

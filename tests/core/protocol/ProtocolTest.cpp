@@ -34,10 +34,11 @@ std::string modelsOf(const std::string &models) {
     }
     const int count = facts.NumInputs; // of inputs and outputs both
     return text + (text.empty() ? "" : " ") + std::to_string(count) + "/" +
-           std::to_string(facts.NumOutputs) + " " + facts.SignalType +
+           std::to_string(facts.NumOutputs) + " " + std::string(facts.SignalType) +
            (facts.HasAudio ? "+ " : "- ") +
            runOf(facts.InputButtonIndex, facts.ButtonInput, count) + "/" +
-           runOf(facts.OutputButtonIndex, facts.ButtonOutput, count) + " " + facts.ModelDescription;
+           runOf(facts.OutputButtonIndex, facts.ButtonOutput, count) + " " +
+           std::string(facts.ModelDescription);
 }
 
 /// Where a report of two outputs begins, and what of it is known then.
