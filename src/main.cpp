@@ -58,6 +58,7 @@ int main(int argc, char **argv) {
     QApplication::setApplicationName(QStringLiteral("KVNController"));
     QApplication::setApplicationVersion(QLatin1String(ProgramVersion));
     QApplication::setDesktopFileName(QLatin1String(ProgramId));
+    applyProgramLook();
     if (!canDrawText())
         takeCarriedFont();
     if (!canDrawText()) {
@@ -66,7 +67,6 @@ int main(int argc, char **argv) {
                    stderr);
         return EXIT_FAILURE;
     }
-    applyProgramLook();
 
     QtMachine machine;
     Program program(machine.services());

@@ -1,11 +1,15 @@
 #include "ProgramLook.h"
 
 #include "Colours.h"
+#include "LateIcon.h"
 #include "start/ProgramTitle.h"
 
 #include <QApplication>
+#include <QCommonStyle>
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QProxyStyle>
+#include <QScreen>
 #include <QStyleFactory>
 #include <QToolTip>
 
@@ -15,6 +19,27 @@
 namespace {
 constexpr int SmallestFontPixels = 13;
 constexpr int LineForFontPixels = 13;
+
+/// Without loading the font, which may not be the one that the program uses.
+double pixelSize(const QFont &font) {
+    if (font.pixelSize() > 0)
+        return font.pixelSize();
+    return font.pointSizeF() * QGuiApplication::primaryScreen()->logicalDotsPerInchY() / 72.0;
+}
+
+class ProgramStyle : public QProxyStyle {
+public:
+    ProgramStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    // Every menu bar has a button for what does not fit, which nothing shows as long as all fits.
+    // Its picture comes from a file, and reading one loads the readers of all kinds of files.
+    [[nodiscard]] QIcon standardIcon(StandardPixmap kind, const QStyleOption *option,
+                                     const QWidget *widget) const override {
+        if (kind != SP_ToolBarHorizontalExtensionButton)
+            return QProxyStyle::standardIcon(kind, option, widget);
+        return QIcon(new LateIcon([kind] { return QCommonStyle().standardIcon(kind); }));
+    }
+};
 
 void applyPalette(const QPalette &look) {
     QApplication::setPalette(look);
@@ -28,13 +53,13 @@ void applyPalette(const QPalette &look) {
 void applyProgramLook() {
     // Before the style is set, which brings a palette of its own.
     const QPalette look = colour::windowPalette(QApplication::palette());
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new ProgramStyle);
     applyPalette(look);
     QFont font = QApplication::font();
-    if (QFontInfo(font).pixelSize() < SmallestFontPixels)
+    if (pixelSize(font) < SmallestFontPixels)
         font.setPixelSize(SmallestFontPixels);
     QApplication::setFont(font);
-    QApplication::setWindowIcon(programIcon());
+    QApplication::setWindowIcon(QIcon(new LateIcon(programIcon)));
 }
 
 void followDesktop() {
