@@ -19,15 +19,14 @@ FaceButton::FaceButton(const QString &caption, QWidget *parent) : QPushButton(ca
 void FaceButton::setFace(const QColor &colour) {
     QPalette colours; // the rest stays as the window has it
     colours.setColor(QPalette::Button, colour);
-    setPalette(colours);
-    update();
+    setPalette(colours); // which updates the button if it changes anything
 }
 
 QColor FaceButton::face() const { return palette().color(QPalette::Active, QPalette::Button); }
 
 void FaceButton::setPicked(bool isPicked) {
-    picked = isPicked;
-    update();
+    if (std::exchange(picked, isPicked) != isPicked)
+        update();
 }
 
 void FaceButton::setSpokenChecked(bool checked) {

@@ -5,14 +5,16 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 Lamp::Lamp(QWidget *parent) : QWidget(parent) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setLit(false);
+    setAccessibleDescription(QStringLiteral("unlit"));
 }
 
 void Lamp::setLit(bool on) {
-    lit = on;
+    if (std::exchange(lit, on) == on)
+        return;
     setAccessibleDescription(on ? QStringLiteral("lit") : QStringLiteral("unlit"));
     update();
 }
