@@ -112,8 +112,9 @@ const std::vector<Unit::Rule> &Unit::rules() {
 
 Unit::Unit(UnitOptions unitOptions) : options(std::move(unitOptions)) {
     int outputCount = 16;
+    static const std::regex Size("([0-9]{1,9})x([0-9]{1,9})");
     std::smatch size;
-    if (std::regex_search(options.model, size, std::regex("([0-9]{1,9})x([0-9]{1,9})"))) {
+    if (std::regex_search(options.model, size, Size)) {
         try {
             inputCount = within(1, MaxSide, std::stoi(size.str(1)));
             outputCount = within(1, MaxSide, std::stoi(size.str(2)));
