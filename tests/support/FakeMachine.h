@@ -48,7 +48,7 @@ public:
             runNext();
         else if (deadline)
             clock = std::max(clock, *deadline);
-        else if (++idleBatches == 100)
+        else if (++idleBatches >= 100)
             throw std::logic_error("a wait has no way out");
         turnTaken = false;
     }
@@ -242,7 +242,9 @@ class FakeFileStore : public FileStore {
 public:
     std::map<std::string, std::string> contentsOf; ///< by path
     std::string failure;                           ///< what every replace fails with; empty: none
-    std::string readFailure;                       ///< what every read fails with; empty: none
+    std::vector<std::pair<std::string, int>> versions; ///< of files that were replaced, and how
+                                                       ///< many replaces had failed before each
+    std::string readFailure; ///< what every read fails with; empty: none
 
     bool exists(const std::string &path) const override { return contentsOf.contains(path); }
     std::string read(const std::string &path, std::string &contents) const override {
@@ -252,8 +254,11 @@ public:
     }
     std::string replace(const std::string &path, std::string_view contents,
                         const std::string &backupPath) override {
-        if (!failure.empty())
+        if (!failure.empty()) {
+            ++failures;
             return failure;
+        }
+        versions.emplace_back(contents, std::exchange(failures, 0));
         if (exists(path))
             contentsOf[backupPath] = contentsOf[path];
         contentsOf[path] = contents;
@@ -262,6 +267,9 @@ public:
     std::string join(const std::string &folder, const std::string &name) const override {
         return folder + "/" + name;
     }
+
+private:
+    int failures = 0;
 };
 
 /// A machine in memory, joined to one simulated unit: on COM7, and at any address that is

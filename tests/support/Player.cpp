@@ -14,7 +14,6 @@ const std::map<std::string, std::string> Marks{
     {"v", "OutputVolumeValue"}, {"take", "TakeButton"}, {"escape", "ClearButton"}, {"presets", "GoToPresets"},
     {"exit", "ExitButton"}, {"up", "VolumeUpButton"}, {"down", "VolumeDownButton"}};
 
-const std::string FileOfUnits = "program/KVNConfigurator.ini";
 const std::string UnitA = "KVN NAME = A\r\nKVN TYPE = SERIAL\r\n";
 const std::string UnitB = "KVN NAME = B\r\nKVN TYPE = ETHER\r\nKVN IP = 192.168.1.20  \r\n";
 
@@ -30,8 +29,8 @@ const Rows Shorter{
     {"Loading Controls.", "loading"}, {"Deleted Corvane from Disk", "deleted"}, {"Added Corvane to Disk", "added"},
     {"Setting up save", "saving"},
     {"There are no COM ports available for updating;\nClose any serial communications programs in use, or connect "
-     "a USB to Serial Adapter Cable.", "no ports"},
-    {"Unable to connect using that IP address, check the address and try again.", "no answer"},
+     "a USB to Serial Adapter Cable.",
+        "no ports"}, {"Unable to connect using that IP address, check the address and try again.", "no answer"},
     {"Unable to get Corvane Configuration", "no config"},
     {"No Response Received from CommPort 7;\nPlease check cabling and Try Again ", "no response"},
     {": can be opened", "+"}, {": the device is gone", ": gone"},
@@ -57,7 +56,13 @@ std::string replaced(std::string text, const std::string &old, const std::string
     return text;
 }
 
+std::string times(int count, const std::string &text) {
+    return count <= 0 ? "" : text + times(count - 1, text);
+}
+
 std::string shortened(std::string text) {
+    if (text.empty())
+        return text;
     for (const auto &[old, by] : Shorter)
         text = replaced(text, old, by);
     return text;
@@ -66,14 +71,6 @@ std::string shortened(std::string text) {
 /// A command or a reply: "_" is a blank, "^" the end of a line, "|" the first half of that.
 std::string unmarked(const std::string &text) {
     return replaced(replaced(replaced(text, "_", " "), "^", "\r\n"), "|", "\r");
-}
-
-/// The letters of the flags that are set, "-" for the others.
-std::string marks(std::initializer_list<std::pair<char, bool>> flags) {
-    std::string text;
-    for (const auto &[letter, set] : flags)
-        text += set ? letter : '-';
-    return text;
 }
 
 std::string textOf(const ListControl &list) {
@@ -90,9 +87,17 @@ std::string textOf(const AddressView &address) {
 
 } // namespace
 
+std::string marks(std::initializer_list<std::pair<char, bool>> flags) {
+    std::string text;
+    for (const auto &[letter, set] : flags)
+        text += set ? letter : '-';
+    return text;
+}
+
 // clang-format off
-Player::Player(bool network)
-    : overNetwork(network),
+Player::Player(bool network, UnitOptions options)
+    : FakeMachine(std::move(options)),
+      overNetwork(network),
       windows{{"main", views.main.form, program.startForm}, {"panel", panel.form, program.panelForm},
               {"presets", views.presets.form, program.panelForm.presetsForm()},
               {"units", views.units.form, program.unitsForm}, {"connect", views.connect.form, program.connectForm},
@@ -101,6 +106,8 @@ Player::Player(bool network)
               {"box", views.messages.plainBox.form, program.messages.plainBox()},
               {"question", views.messages.dlgYesNo.form, program.messages.dlgYesNo()}} {
     // clang-format on
+    learnWords();
+    learnLooks();
     program.start();
     serialPort.facts[1].adapter = "FTDI";
     serialPort.facts[8].presence = SerialDeviceFacts::Presence::There;
@@ -117,13 +124,14 @@ Player::Player(bool network)
         };
 }
 
-void Player::play(const std::string &script) {
-    std::istringstream words(script);
+void Player::play(const std::string &script, bool through) {
+    std::istringstream list(script);
     std::optional<double> due;
     const auto run = [this](const std::string &word) {
-        see(shortened(failureOf<std::runtime_error>([&] { act(word); })));
+        if (!careful || can(word))
+            see(shortened(failureOf<std::runtime_error>([&] { act(word); })));
     };
-    for (std::string word; words >> word;) {
+    for (std::string word; list >> word;) {
         const auto colon = word.find(':');
         const auto group = [this, text = replaced(word.substr(colon + 1), "/", " ")] {
             play(text);
@@ -141,7 +149,7 @@ void Player::play(const std::string &script) {
         else
             run(word);
     }
-    if (due)
+    if (due && through)
         pump.runFor(200.0, [] { return false; });
 }
 
@@ -154,16 +162,16 @@ void Player::turn() {
     if (due != onceSeen.end())
         return onceSeen.extract(due).mapped()();
     const auto &[message, box, question] = views.messages;
-    hear(said[0], message.form, "{" + message.OKLabel.text + "}", onMessage);
-    hear(said[1], box.form, "[" + box.OKLabel.text + "]", onMessage.empty() ? "" : "-box");
-    hear(said[2], question.form, "<" + question.YesNoText.text + ">", onQuestion);
+    hear(0, message.form, {"{", message.OKLabel.text, "}"}, onMessage);
+    hear(1, box.form, {"[", box.OKLabel.text, "]"}, onMessage.empty() ? "" : "-box");
+    hear(2, question.form, {"<", question.YesNoText.text, ">"}, onQuestion);
 }
 
-void Player::hear(int &heard, const FormView &form, const std::string &text,
-                  const std::string &reaction) {
-    if (std::exchange(heard, form.raised) == form.raised || !form.loaded)
+void Player::hear(std::size_t from, const FormView &form,
+                  const std::array<std::string_view, 3> &text, const std::string &reaction) {
+    if (std::exchange(said[from], form.raised) == form.raised || !form.loaded)
         return;
-    see(shortened(text));
+    see(shortened(std::string(text[0]).append(text[1]).append(text[2])));
     play(reaction);
 }
 
@@ -174,15 +182,19 @@ void Player::noteStatus() {
         see(shortened(now));
 }
 
-void Player::click(const std::string &name, const std::string &slot) {
+const Control &Player::marked(const std::string &name, const std::string &slot) const {
     const auto array = rowNamed(SlotArrays, name);
-    const auto one = rowNamed(SingleControls, name);
-    const bool single = array == SlotArrays.end();
-    const int at = single ? 0 : std::stoi(slot);
-    const Control &control = single ? panel.*one->control : (panel.*array->controls)[at];
+    return array == SlotArrays.end() ? panel.*rowNamed(SingleControls, name)->control
+                                     : (panel.*array->controls)[std::stoi(slot)];
+}
+
+void Player::click(const std::string &name, const std::string &slot) {
+    const Control &control = marked(name, slot);
     if (!panel.form.loaded || !control.visible || !control.enabled)
         see("no " + name + slot);
-    single ? (program.panelForm.*one->clicked)() : (program.panelForm.*array->clicked)(at);
+    const auto array = rowNamed(SlotArrays, name);
+    array == SlotArrays.end() ? (program.panelForm.*rowNamed(SingleControls, name)->clicked)()
+                              : (program.panelForm.*array->clicked)(std::stoi(slot));
 }
 
 void Player::act(const std::string &word) {
@@ -192,205 +204,195 @@ void Player::act(const std::string &word) {
         return rowNamed(windows, word.substr(1))->form.unload();
     if (word[0] == '+')
         return rowNamed(windows, word.substr(1))->form.present();
+    const std::string verb = split(word);
+    Marks.contains(verb) ? click(Marks.at(verb), rest) : words.at(verb).act();
+}
+
+std::string Player::split(const std::string &word) {
     const auto end = std::min(word.find_first_of("0123456789="), word.size());
-    const std::string verb = word.substr(0, end);
-    const std::string rest = word.substr(end + (word[end] == '=' ? 1 : 0));
-    const int number = static_cast<int>(leadingNumber(rest));
-    if (Marks.contains(verb))
-        return click(Marks.at(verb), rest);
+    rest = word.substr(end + (word[end] == '=' ? 1 : 0));
+    number = static_cast<int>(leadingNumber(rest));
+    return word.substr(0, end);
+}
+
+bool Player::isFree(const std::string &name) const {
+    const auto loaded = [this](const char *window) {
+        return rowNamed(windows, window)->view.loaded;
+    };
+    const bool overAll =
+        name == "message" || name == "box" || name == "question" || name == "connect";
+    return loaded(name.c_str()) && (overAll || (!loaded("box") && !loaded("connect")));
+}
+
+bool Player::can(const std::string &word) {
+    if (word[0] == '-')
+        return isFree(word.substr(1));
+    if (word[0] == '+')
+        return isFree("panel");
+    const std::string verb = split(word);
+    if (Marks.contains(verb)) {
+        const Control &control = marked(Marks.at(verb), rest);
+        return isFree("panel") && control.visible && control.enabled;
+    }
+    const auto &[act, window, controls] = words.at(verb);
+    return window.empty() || (isFree(window) && std::ranges::all_of(controls, [](auto *control) {
+                                  return control->visible && control->enabled;
+                              }));
+}
+
+void Player::learnWords() {
     frmMain &main = program.startForm;
     dlgConnect &connect = program.connectForm;
     dlgControlExisting &units = program.unitsForm;
     dlgPresets &presets = program.panelForm.presetsForm();
     Messages &user = program.messages;
-    LinkState &link = program.link;
-    UnitTalk &talk = program.talk;
     const auto &ports = views.connect.SerialPortsCombo.entries;
-    std::string text;
-    const auto reply = [&](const std::string &known) {
-        const std::string &answer = program.unit.exchange.ResponseText;
-        return answer.size() > 1000 ? std::to_string(answer.size()) + " bytes"
-                                    : std::to_string(program.unit.exchange.ReplyStatus) + known +
-                                          "'" + shortened(answer) + "'";
-    };
+    const UnitsView &u = views.units;
+    const ConnectView &c = views.connect;
+    const Control *const frame = &u.AddCorvaneFrame;
     // clang-format off
-    const std::map<std::string, std::function<void()>> acts{
+    words = {
         // The start window; all the way from there to an open panel.
-        {"find", [&] { main.MainControlButton_Click(0); }}, {"new", [&] { main.addUnit(); }},
-        {"units", [&] { main.MainControlButton_Click(2); }}, {"min", [&] { main.minimise(true); }},
-        {"label", [&] { main.ZarnConnectedLabel_Click(); }}, {"start", [&] { program.start(); }},
-        {"open", [&] { play(overNetwork ? "~connect:ethernet/ip=10.11.12.13/dial find note"
-                            : "~connect:serial/~message:-message/port7/done find note"); }},
+        {"find", {[&] { main.MainControlButton_Click(0); }, "main", {&views.main.MainControlButton_0}}},
+        {"new", {[&] { main.addUnit(); }, "main"}},
+        {"units", {[&] { main.MainControlButton_Click(2); }, "main", {&views.main.MainControlButton_2}}},
+        {"min", {[&] { main.minimise(true); }}}, {"label", {[&] { main.ZarnConnectedLabel_Click(); }, "main"}},
+        {"start", {[&] { program.start(); }}},
+        {"open", {[&] { play(overNetwork ? "~connect:ethernet/ip=10.11.12.13/dial find note" :
+            "~connect:serial/~message:-message/port7/done find note"); }}},
         // The connection dialog; "dial" is Enter in the last box.
-        {"ethernet", [&] { connect.ConnectIPOption_Click(); }},
-        {"serial", [&] { connect.ConnectSerialOption_Click(); }},
-        {"ip", [&] { connect.IPAddressQuadConnect_Change({0, 0, 0}, rest); }},
-        {"dial", [&] { connect.IPAddressQuadConnect_Enter(3); }},
-        {"call", [&] { play("ethernet ip=10.0.0.5 dial"); }},
-        {"port", [&] { connect.SerialPortsCombo_Click(static_cast<int>(
-                           std::ranges::find(ports, "Comm" + rest) - ports.begin())); }},
-        {"done", [&] { connect.Connect2SerialButton_Click(); }},
+        {"ethernet", {[&] { connect.ConnectIPOption_Click(); }, "connect", {&c.ConnectIPOption}}},
+        {"serial", {[&] { connect.ConnectSerialOption_Click(); }, "connect", {&c.ConnectSerialOption}}},
+        {"ip", {[&] { connect.IPAddressQuadConnect_Change({0, 0, 0}, rest); }, "connect", {&c.IPAddressFrame}}},
+        {"dial", {[&] { connect.IPAddressQuadConnect_Enter(3); }, "connect", {&c.IPAddressFrame}}},
+        {"call", {[&] { play("ethernet ip=10.0.0.5 dial"); }}},
+        {"port", {[&] { connect.SerialPortsCombo_Click(static_cast<int>(std::ranges::find(ports, "Comm" + rest) -
+            ports.begin())); }, "connect", {&c.SerialConnectionFrame, &c.SerialPortsCombo.control}}},
+        {"done", {[&] { connect.Connect2SerialButton_Click(); }, "connect", {&c.SerialConnectionFrame,
+            &c.Connect2SerialButton}}},
         // The panel: "step" though the button is hidden. Its presets.
-        {"step", [&] { program.panelForm.VolumeUpButton_Click(); }},
-        {"p", [&] { presets.NewPresetButton_Click(number); }},
-        {"execute", [&] { presets.ExecutePresetButton_Click(); }}, {"close", [&] { presets.ExitPresets_Click(); }},
+        {"step", {[&] { program.panelForm.VolumeUpButton_Click(); }}},
+        {"p", {[&] { presets.NewPresetButton_Click(number); }, "presets"}},
+        {"execute", {[&] { presets.ExecutePresetButton_Click(); }, "presets"}},
+        {"close", {[&] { presets.ExitPresets_Click(); }, "presets"}},
         // The saved units; rows count from 0, "quad2=7" is typed over the third number.
-        {"add", [&] { units.OptionsCommand_Click(Operation::Add); }},
-        {"edit", [&] { units.OptionsCommand_Click(Operation::Edit); }},
-        {"control", [&] { units.OptionsCommand_Click(Operation::Control); }},
-        {"delete", [&] { units.OptionsCommand_Click(Operation::Delete); }}, {"back", [&] { units.OKButton_Click(); }},
-        {"name", [&] { units.Text3_Change(rest); }}, {"unit", [&] { units.AvailCorvanesList_Click(number); }},
-        {"double", [&] { units.AvailCorvanesList_DoubleClick(number); }},
-        {"kind", [&] { units.ConnectChoiceList_Click(number); }},
-        {"quad", [&] { units.CntrlIPAddressQuad_Change({number, 0, 3}, rest.substr(2)); }},
-        {"go", [&] { units.AddCorvaneCommand_Click(); }}, {"esc", [&] { units.Escape(); }},
-        {"cancel", [&] { units.CancelCommand_Click(); }},
+        {"add", {[&] { units.OptionsCommand_Click(Operation::Add); }, "units", {&u.OptionsFrame}}},
+        {"edit", {[&] { units.OptionsCommand_Click(Operation::Edit); }, "units", {&u.OptionsFrame}}},
+        {"control", {[&] { units.OptionsCommand_Click(Operation::Control); }, "units", {&u.OptionsFrame}}},
+        {"delete", {[&] { units.OptionsCommand_Click(Operation::Delete); }, "units", {&u.OptionsFrame}}},
+        {"back", {[&] { units.OKButton_Click(); }, "units", {&u.OptionsFrame}}},
+        {"name", {[&] { units.Text3_Change(rest); }, "units", {frame, &u.Text3}}},
+        {"unit", {[&] { units.AvailCorvanesList_Click(number); }, "units", {frame, &u.AvailCorvanesList.control}}},
+        {"double", {[&] { units.AvailCorvanesList_DoubleClick(number); }, "units", {frame,
+            &u.AvailCorvanesList.control}}},
+        {"kind", {[&] { units.ConnectChoiceList_Click(number); }, "units", {frame, &u.ConnectChoiceList.control}}},
+        {"quad", {[&] { units.CntrlIPAddressQuad_Change({number, 0, 3}, rest.substr(2)); }, "units", {frame,
+            &u.IPAddressFrame}}},
+        {"go", {[&] { units.AddCorvaneCommand_Click(); }, "units", {frame, &u.AddCorvaneCommand}}},
+        {"esc", {[&] { units.Escape(); }, "units"}},
+        {"cancel", {[&] { units.CancelCommand_Click(); }, "units", {frame}}},
         // Messages and questions: asked, answered, and the words that answer those to come.
-        {"tell", [&] { user.ShowMessage(rest), see("told"); }},
-        {"box", [&] { user.ShowPlainBox(rest), see("told"); }},
-        {"ask", [&] { user.AskYesNo(rest), see(user.answered() ? "yes" : "no"); }}, {"ok", [&] { act("-message"); }},
-        {"yes", [&] { user.answer(true); }}, {"no", [&] { user.answer(false); }},
-        {"message", [&] { onMessage = rest; }}, {"question", [&] { onQuestion = rest; }},
-        // The links themselves, opened as the dialog does it, and what the program does to them. "link"
-        // opens both and uses one, for a unit of which other things are known; then time counts anew.
-        {"link", [&] { program.unit.model.ModelDescription = "before";
-                       program.unit.model.NumInputs = 32, program.unit.model.NumOutputs = 2;
-                       program.unit.routing.Outputs.fill({"9", 'a', 'U', "b", 'c', "-7", "3", 'd', "4"});
-                       play("pick7 setup use=" + std::string(1, own())), start = pump.now(); }},
-        {"use", [&] { link.LinkKind = rest[0]; }},
-        {"pick", [&] { link.LinkKind = SerialLinkKind, program.serial.OpenSerialPort(number); }},
-        {"setup", [&] { link.LinkKind = NetworkLinkKind, link.RemoteIPAddress = "10.11.12.13";
-                        program.network.SetupConnectIP(); }},
-        {"test", [&] { program.serial.TestCommPort(number); }}, {"reopen", [&] { talk.OpenLink(); }},
-        {"shut", [&] { talk.CloseLink(); }}, {"disconnect", [&] { talk.DisconnectLink(); }},
-        {"send", [&] { talk.SendCommand(unmarked(rest) + "\r"); }},
-        {"cmd", [&] { talk.SendCommandGetResponse(unmarked(rest) + "\r"); see(reply("")); }},
-        {"config", [&] { talk.GetParseConfiguration();
-                         see(reply(" " + std::string(program.unit.model.ModelDescription))); }},
-        {"status", [&] { talk.RequestOutputStatus(program.aboutForm);
-                         for (const int output : {1, 2, 3}) {
-                             const OutputStatusRecord &is = program.unit.routing.Outputs[output];
-                             see(is.OutputNumberText + is.MuteFlag + is.VolumeText + "/" + is.AudioInputText + "/" +
-                                 is.VideoInputText); } }},
-        // An action of the user, whose form closes; the program ends.
-        {"guard", [&] { program.guard.run(program.aboutForm, [&] { act(rest); }); }},
-        {"leave", [&] { program.aboutForm.unload(); }}, {"end", [&] { pump.end(); }},
+        {"tell", {[&] { user.ShowMessage(rest), see("told"); }}},
+        {"box", {[&] { user.ShowPlainBox(rest), see("told"); }}},
+        {"ask", {[&] { user.AskYesNo(rest), see(user.answered() ? "yes" : "no"); }}},
+        {"ok", {[&] { act("-message"); }, "message"}}, {"yes", {[&] { user.answer(true); }, "question"}},
+        {"no", {[&] { user.answer(false); }, "question"}}, {"message", {[&] { onMessage = rest; }}},
+        {"question", {[&] { onQuestion = rest; }}},
+        {"raise", {[&] { program.panelForm.OutputVolumeValue_StepUp(number); }, "panel"}},
+        {"lower", {[&] { program.panelForm.OutputVolumeValue_StepDown(number); }, "panel"}},
         // The machine: the device or peer goes, or does not tell so; these ports open, COM7 is another
         // device; the host's manner, seconds to its answer, seconds to send; what is replied, how
         // late, in pieces of how many bytes, or well again.
-        {"lose", [&] { overNetwork ? socket.peerCloses() : serialPort.vanish(); }},
-        {"drop", [&] { overNetwork ? socket.close() : serialPort.close(); }},
-        {"network", [&] { overNetwork = rest.empty(); }}, {"swap", [&] { serialPort.devices[7] = "another"; }},
-        {"slow", [&] { socket.connectDelay = std::stod(rest); }},
-        {"sending", [&] { socket.sendDelay = std::stod(rest); }},
-        {"forget", [&] { link.IPConnectedFlag = false; }},
-        {"split", [&] { serialPort.wire.split = socket.wire.split = std::stoul(rest); }},
-        {"ports", [&] { serialPort.present.clear();
-                        std::istringstream list(replaced(rest, ",", " "));
-                        for (int port = 0; list >> port;) serialPort.present.insert(port); }},
-        {"host", [&] { socket.host = static_cast<FakeTcpSocket::Host>(number); }},
-        {"raw", [&] { replies[""] = unmarked(rest); }},
-        {"endless", [&] { replies[""] = "\r\nOk" + std::string(3'000'000, 'x'); }},
-        {"CFG", [&] { replies[verb] = rest; }}, {"silent", [&] { replies["STA"].clear(); }},
-        {"STA", [&] { replies[verb] = "\r\nSTA O A\r\n  Output 1 (A," + rest + ")\r\n"; }},
-        {"VOL", [&] { replies["VOL L 1?"] = "\r\nVOL L 1 " + rest + "\r\n"; }},
-        {"late", [&] { serialPort.wire.delay = socket.wire.delay = std::stod(rest) * second; }},
-        {"well", [&] { replies.clear(), serialPort.wire.delay = socket.wire.delay = 0.01; }},
+        {"lose", {[&] { overNetwork ? socket.peerCloses() : serialPort.vanish(); }}},
+
+        {"network", {[&] { overNetwork = rest.empty(); }}}, {"swap", {[&] { serialPort.devices[7] = "another"; }}},
+        {"slow", {[&] { socket.connectDelay = std::stod(rest); }}},
+        {"sending", {[&] { socket.sendDelay = std::stod(rest); }}},
+
+        {"split", {[&] { serialPort.wire.split = socket.wire.split = std::stoul(rest); }}},
+        {"ports", {[&] { serialPort.present.clear(); std::istringstream list(replaced(rest, ",", " ")); for (int port =
+            0; list >> port;) serialPort.present.insert(port); }}},
+        {"host", {[&] { socket.host = static_cast<FakeTcpSocket::Host>(number); }}},
+        {"raw", {[&] { replies[""] = unmarked(rest); }}},
+
+        {"CFG", {[&] { replies["CFG"] = rest; }}}, {"silent", {[&] { replies["STA"].clear(); }}},
+        {"STA", {[&] { replies["STA"] = "\r\nSTA O A\r\n  Output 1 (A," + rest + ")\r\n"; }}},
+        {"VOL", {[&] { replies["VOL L 1?"] = "\r\nVOL L 1 " + rest + "\r\n"; }}},
+        {"late", {[&] { serialPort.wire.delay = socket.wire.delay = std::stod(rest) * second; }}},
+        {"well", {[&] { replies.clear(), serialPort.wire.delay = socket.wire.delay = 0.01; }}},
         // Another unit; a level that it reports.
-        {"model", [&] { play("exit"), unit = Unit({.model = "KVN-" + rest}), play("open"); }},
-        {"level", [&] { play("STA=U,0,V," + rest + ",1,D,1 take v1 note"); }},
+        {"model", {[&] { unit = Unit({.model = "KVN-" + rest}), play("exit open"); }}},
+        {"level", {[&] { play("STA=U,0,V," + rest + ",1,D,1 take v1 note"); }}},
         // The file of saved units: its text, so many units in it, no file, failures.
-        {"file", [&] { files.contentsOf[FileOfUnits] = rest.empty() ? UnitA + UnitB : rest; }},
-        {"holds", [&] { for (int at = 0; at < number; ++at) text += UnitA; files.contentsOf[FileOfUnits] = text; }},
-        {"gone", [&] { files.contentsOf.clear(); }}, {"save", [&] { files.failure = rest; }},
-        {"read", [&] { files.readFailure = rest; }},
+        {"file", {[&] { files.contentsOf[FileOfUnits] = rest.empty() ? UnitA + UnitB : rest; }}},
+        {"holds", {[&] { files.contentsOf[FileOfUnits] = times(number, UnitA); }}},
+        {"gone", {[&] { files.contentsOf.clear(); }}}, {"save", {[&] { files.failure = rest; }}},
+        {"read", {[&] { files.readFailure = rest; }}},
         // Time passes; what was sent is forgotten.
-        {"note", [&] { takeWritten(); }},
-        {"wait", [&] { pump.runFor(rest.empty() ? 5.0 : std::stod(rest) * second, [] { return false; }); }}};
+        {"note", {[&] { takeWritten(), start = pump.now(); }}},
+        {"wait", {[&] { pump.runFor(rest.empty() ? 5.0 : std::stod(rest) * second, [] { return false; }); }}}};
     // clang-format on
-    acts.at(verb)();
 }
 
 std::string Player::look(const std::string &what) {
-    if (what.starts_with("tip="))
-        return tip(what.substr(4));
+    told.clear();
+    portOpen = serialPort.isOpen(), connected = socket.state() == SocketState::Connected;
+    return what.starts_with("tip=") ? tip(what.substr(4)) : looks.at(what)();
+}
+
+void Player::learnLooks() {
     const LinkState &link = program.link;
-    const bool port = serialPort.isOpen(), connected = socket.state() == SocketState::Connected;
-    const bool wait = program.savedUnits.WaitingForConnectionFlag;
-    std::string text;
     // clang-format off
-    const std::map<std::string, std::function<std::string()>> looks{
+    looks = {
         {"sent", [&] { return shortened(takeWritten()); }},
         {"file", [&] { return shortened(files.contentsOf[FileOfUnits]); }},
         {"backup", [&] { return shortened(files.contentsOf["program/KVNConfigurator.bak"]); }},
-        {"forms", [&] { for (const auto &[name, view, form] : windows)
-                            text += !view.loaded ? "" : (view.minimised ? " min-" : " ") + name;
-                        return text.substr(text.empty() ? 0 : 1); }},
+        {"forms", [&] { for (const auto &[name, view, form] : windows) told += !view.loaded ? "" : (view.minimised ?
+            " min-" : " ") + name; return told.substr(told.empty() ? 0 : 1); }},
         // The link, as start window, saved units, connection dialog and panel show it, "?" where
         // caption and picture differ; then what is open, "!" where a flag says something else.
-        {"link", [&] { for (const auto *shown : {&views.main.status, &views.units.status,
-                                                 &views.connect.status, &panel.status})
-                           text += shown->linkUp == (shown->caption == "Not Connected") ? "?"
-                                   : shown->showsConnected() ? "+" : "-";
-                       text += (port ? "o" : "") + std::string(connected ? "o" : "");
-                       return text + (link.SerialPortOpen == port &&
-                                      link.IPLinkOpenFlag == connected ? "" : "!"); }},
-        // Whether the link in use is its own, that link and the other: "?" where a flag differs.
-        {"state", [&] { text = link.LinkKind == own() ? "=" : look("kind");
-                        const bool up = link.IPLinkOpenFlag && link.IPConnectedFlag && connected;
-                        const bool any = link.IPLinkOpenFlag || link.IPConnectedFlag || connected;
-                        text += link.SerialPortOpen != port ? '?' : port ? '+' : '-';
-                        text += up ? '+' : any ? '?' : '-';
-                        if (overNetwork) std::swap(text[1], text[2]);
-                        return text; }},
+        {"link", [&] { for (const auto *shown : {&views.main.status, &views.units.status, &views.connect.status,
+            &panel.status}) told += shown->linkUp == (shown->caption == "Not Connected") ? "?" :
+            shown->showsConnected() ? "+" : "-"; told += (portOpen ? "o" : "") + std::string(connected ? "o" : "");
+            return told + (link.SerialPortOpen == portOpen && link.IPLinkOpenFlag == connected ? "" : "!"); }},
         {"time", [&] { std::ostringstream stream; stream << (pump.now() - start) / second; return stream.str(); }},
-        {"log", [&] { for (const std::string &line : serialPort.log) text += (text.empty() ? "" : " ") + line;
-                      return text; }},
-        {"progress", [&] { return (link.IPConnectingFlag ? "now " : "") + shortened(views.connect.Label2.text); }},
+        {"log", [&] { for (const std::string &line : serialPort.log) told += (told.empty() ? "" : " ") + line; return
+            told; }},
         {"caption", [&] { return shortened(views.main.status.caption); }},
         {"kind", [&] { return link.LinkKind == NoLinkKind ? "-" : std::string(1, link.LinkKind); }},
-        {"flags", [&] { return replaced(marks({{'I', link.IPConnectingFlag}, {'F', link.FindingPortsFlag},
-                                               {'W', wait}, {'P', program.panel.PanelFromSavedUnits}}), "-", ""); }},
+        {"flags", [&] { const MessageState &shown = program.messageState; return replaced(marks({{'I',
+            link.IPConnectingFlag}, {'F', link.FindingPortsFlag}, {'W', program.savedUnits.WaitingForConnectionFlag},
+            {'P', program.panel.PanelFromSavedUnits}, {'M', shown.MessageShowing}, {'B', shown.PlainBoxShowing}, {'Q',
+            shown.YesNoShowing}}), "-", ""); }},
         // The ports that were opened for use, and how often a host was dialled.
-        {"used", [&] { for (const std::string &entry : serialPort.log)
-                           if (entry.ends_with(" 38400,N,8,1"))
-                               text += entry.substr(5, entry.find(' ', 5) - 4);
-                       return text + "x" + std::to_string(std::ranges::count_if(socket.log,
-                           [](auto &entry) { return entry.starts_with("connect"); })); }},
-        {"dialog", [&] { return dialog(); }}, {"why", [&] { return why(); }},
+        {"used", [&] { for (const std::string &entry : serialPort.log) if (entry.ends_with(" 38400,N,8,1")) told +=
+            entry.substr(5, entry.find(' ', 5) - 4); return told + "x" +
+            std::to_string(std::ranges::count_if(socket.log, [](auto &entry) { return entry.starts_with("connect");
+            })); }}, {"dialog", [&] { return dialog(); }}, {"why", [&] { return why(); }},
         {"operation", [&] { return shortened(operation()); }},
         {"list", [&] { return textOf({.entries = views.units.AvailCorvanesList.entries}); }},
         // The volume controls and the hint that are seen; the levels of two outputs.
-        {"volume", [&] { text = marks({{'U', panel.VolumeUpButton.visible},
-                                       {'D', panel.VolumeDownButton.visible},
-                                       {'O', panel.OutputVolumeLabel.visible},
-                                       {'L', panel.Label1.visible}});
-                         text += text[0] == 'U' ? " " + panel.OutputVolumeLabel.text : "";
-                         return text; }},
-        {"levels", [&] { const auto &level = panel.OutputVolumeValue;
-                         return replaced(level[1].text + "," + level[2].text, "Vol ", "") + "," +
-                                program.unit.routing.Outputs[1].VolumeText; }},
+        {"volume", [&] { told = marks({{'U', panel.VolumeUpButton.visible}, {'D', panel.VolumeDownButton.visible},
+            {'O', panel.OutputVolumeLabel.visible}, {'L', panel.Label1.visible}}); told += told[0] == 'U' ? " " +
+            panel.OutputVolumeLabel.text : ""; return told; }},
+        {"levels", [&] { const auto &level = panel.OutputVolumeValue; return replaced(level[1].text + "," +
+            level[2].text, "Vol ", "") + "," + program.unit.routing.Outputs[1].VolumeText; }},
         // The presets that are marked, "!" while one is recalled.
-        {"presets", [&] { for (const Control &button : views.presets.NewPresetButton)
-                              text += button.face == Face::Neutral ? "" : button.text;
-                          const Face face = views.presets.ExecutePresetButton.face;
-                          return text + (face == Face::Busy ? "!" : ""); }},
+        {"presets", [&] { for (const Control &button : views.presets.NewPresetButton) told += button.face ==
+            Face::Neutral ? "" : button.text; const Face face = views.presets.ExecutePresetButton.face; return told +
+            (face == Face::Busy ? "!" : ""); }},
         {"take", [&] { return panel.TakeButton.face == Face::Busy ? "busy" : "idle"; }},
         {"name", [&] { return panel.KVNNameLabel.visible ? panel.KVNNameLabel.text : "nameless"; }},
         {"type", [&] { return panel.CorvaneTypeLabel.text + " " + panel.form.focus; }},
         {"slots", [&] { return slotsOf(Side::Input) + ", " + slotsOf(Side::Output); }},
         {"outputs", [&] { return outputIn(1) + ", " + outputIn(2); }},
         // The buttons that are marked as what the next take sends.
-        {"marked", [&] { program.panelForm.describe();
-                         for (const char *const mark : {"iB", "iV", "iA", "oB", "oV", "oA"}) {
-                             const auto array = rowNamed(SlotArrays, Marks.at(mark));
-                             for (const auto &[slot, button] : seen(panel.*array->controls))
-                                 text += button.picked ? " " + (mark + std::to_string(slot)) : "";
-                         }
-                         return text.substr(text.empty() ? 0 : 1); }},
-        {"picked", [&] { return picked(); }}, {"left", [&] { return left(); }}};
+        {"marked", [&] { program.panelForm.describe(); for (const char *const mark : {"iB", "iV", "iA", "oB", "oV",
+            "oA"}) { const auto array = rowNamed(SlotArrays, Marks.at(mark)); for (const auto &[slot, button] :
+            seen(panel.*array->controls)) told += button.picked ? " " + (mark + std::to_string(slot)) : ""; } return
+            told.substr(told.empty() ? 0 : 1); }}, {"picked", [&] { return picked(); }},
+        {"left", [&] { return left(); }}};
     // clang-format on
-    return looks.at(what)();
 }
 
 /// The connection dialog: the option, what its frame shows, "+" for a button that can be clicked,

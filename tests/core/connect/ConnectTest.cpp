@@ -10,39 +10,29 @@ private Q_SLOTS:
     void plays() {
         checkPlays({
             {"ports= serial ok ?dialog -connect", "{no ports} (-) main down ---- x0"},
+            {"serial port7 ok done @3 swap lose ports=7 take @5 ?log", "{!7} open 1 115200,N,8,1 close open 7 "
+             "115200,N,8,1 close open 20 115200,N,8,1 close open 7 38400,N,8,1 open 7 38400,N,8,1 main panel on COM7 "
+             "++++o #DIS ,;Q 7 7 x0"},
+            {"~search:?dialog serial -connect", "(S Finding Comm Ports Comm1) main down ---- x0"},
             {"serial ?dialog port20 ok ?dialog done", "(S found: all) {!20} (S found: all#2+ on COM20) main panel "
              "on COM20 ++++o # 20 x0"},
             {"serial port7 ok ports=20 port1 ok ?dialog ?link -connect", "{!7} {!1} (S found: all#0 down dark) "
              "---- main down ---- 7 x0"},
-            {"serial port7 ok port1 -connect @3 lose ports=1,7 take", "{!7} {!1} main panel on COM7 ++++o #DIS "
-             ",;Q 7 7 x0"},
             {"serial port7 ok port1 ?dialog ok done @3 lose ports=1,7 take", "{!7} {!1} (S found: all#0+ on COM7) "
              "main panel on COM1 ++++o #DIS ,;Q 7 1 1 x0"},
             {"serial port7 ok ethernet ?dialog -connect", "{!7} (E ... idle+ down) main down ---- 7 x0"},
-            {"serial port7 ok serial ?dialog -connect", "{!7} (S found: all all down) main down ---- 7 x0"},
-            {"serial -connect port7", "main down ---- x0"}, {"find call", "main panel to IP ++++o # x1"},
-            {"call @3 -main", "to IP ++++ # x1"}, {"serial port7 ok done @3 -main", "{!7} down ---- # 7 x0"},
-            {"serial port7 ok lose done", "{!7} main down ---- 7 x0"},
-            {"serial port1 -connect ok find ?dialog -connect port7", "{!1} (-) main down ---- x0"},
-            {"ports=1,2 ~search:-connect serial ?kind find ?dialog -connect", "- (-) main down ---- x0"},
+            {"find call", "main panel to IP ++++o # x1"},
             {"ports=1,2 ~search:ethernet serial ?dialog ip=10.0.0.5 dial", "(E ... idle+) main panel to IP ++++o "
              "# x1"},
-            {"~search:-connect/find serial ?dialog serial ?dialog -connect", "(-) (S found: all) main down ---- x0"},
             {"host=2 call @4.1 ?dialog @4.3 dial ok ?dialog -connect find ?dialog ethernet ?dialog -connect", "(E "
              "IP dialling .) {no answer} (E IP idle+) (E IP idle+) (E ... idle+) main down ---- x2"},
             {"host=1 call dial ?dialog @11 ?dialog @13 ?dialog @24.3 ok ?dialog -connect", "(E IP dialling .) (E "
              "IP dialling ......) (E IP dialling .) {no answer} (E IP idle+) main down ---- x12"},
-            {"slow2.5 call @30 ok @35 ?dialog -connect", "{no answer} (E IP idle+) main down ---- x12"},
             {"host=1 call @13 host=0", "main panel to IP ++++o # x8"},
             {"host=1 call @3 ethernet ?dialog @25 -connect", "(E ... dialling ..) {no answer} main down ---- x12"},
             {"host=1 call @3 serial ?flags port7 ok done", "{!7} main panel on COM7 ++++o # 7 x2"},
-            {"host=1 call @3 host=0 -connect find ?dialog dial", "(E IP idle+) main panel to IP ++++o # x3"},
-            {"host=1 call @3 -connect find ethernet ip=10.0.0.9 dial @20 ?dialog @40 ok -connect", "(E 10.0.0.9 "
-             "Connecting to 10.0.0.9 ...) {no answer} main down ---- x14"},
-            {"CFG= call @2 ok", "{no config} main to IP ++++o CFG; x1"},
             {"CFG= serial port7 ok done @2 label find ?kind -connect ?dialog ok", "{!7} {no config} - (-) main "
              "down ---- CFG; 7 x0"},
-            {"ip=10.0.0.5 -connect find ?dialog -connect", "(-) main down ---- x0"},
             {"serial ?why -connect find ?why -connect", "(COM1 (tty1, FTDI)+|COM7 (tty7)+|COM8 (tty8): held by "
              "minicom|COM20 (tty20)+||end) () main down ---- x0"},
             {"serial port7 ok ports=7,20,21 port1 ok ?why -connect", "{!7} {!1} (COM1 (tty1, FTDI): gone|COM7 "
@@ -56,33 +46,8 @@ private Q_SLOTS:
              "connection).|Check the address, and the network of this computer.) main down ---- x12"},
             {"host=1 call @25 ?why ok -connect", "{no answer} (IP gave no answer on port 23.|Check the address, "
              "and that the Zarn has power and a network cable.) main down ---- x12"},
-            {"call @0.4 find", "main panel to IP ++++o CFG;# x1"}, {"call @3 label", "main panel down ---- # x1"},
-            {"host=1 call @3 -panel -connect", "main down ---- x2"},
-            {"call @3 -panel ?kind find ?kind -connect", "E - main down ---- # x1"}},
+            {"call @3 label", "main panel down ---- # x1"}},
             "ports=1,7,20,21 message= & find", "?forms ?caption ?link ?flags ?sent ?used");
-    }
-
-    // At any moment: nothing more is opened, dialled, sent or said.
-    void leavingEndsWhatIsUnderWay() {
-        for (const auto &[script, way, after] :
-             {std::tuple("serial port7 ok port1 ok done @3 lose ports=1,7 take @5 exit", "-main",
-                         ""),
-              {"serial port1 ok done @2 CFG= ethernet @5 find @8 ok find @9 ok", "-main", ""},
-              {"host=2 call", "-main", ""}, {"host=1 call @30 ok -connect", "-connect", "main"},
-              {"host=1 call @30 ok -connect", "serial", "main"}}) {
-            for (double moment = 0.25; moment < 26.0; moment += 0.2) {
-                Player player;
-                std::string expected;
-                player.pump.in(moment, [&, way = way, after = after] {
-                    player.takeWritten();
-                    player.act(way);
-                    expected = player.log + after + player.look("used");
-                });
-                player.play(std::string("ports=1,7,20,21 message= & find ") + script);
-                QCOMPARE(player.log + player.look("forms") + player.look("used"), expected);
-                QCOMPARE(player.look("sent"), std::string());
-            }
-        }
     }
 
     // What is told of a device, its owner and its group: who is in it, and whether that is enough.
@@ -152,8 +117,8 @@ private Q_SLOTS:
         checkPlays({
             {"file start ?forms new ?operation", "main Add Text3 +++--++ //-1/-1"},
             {"file read=Bad. message= @1:read=/edit/ok new ?operation", "{Bad.} Edit list +--++-- //-1/-1"},
-            {"read=Bad. file start", "{Bad.}"}, {"open min -panel ?forms", "main"},
-            {"-main +help find units start ?forms", ""}, {"file units min back ?forms", "main"},
+            {"read=Bad. file start", "{Bad.}"},
+            {"file units min back ?forms", "main"},
             {"+help +splash ?forms -help ?forms", "main splash help main splash"}});
         QVERIFY(Player().views.main.status == LinkStatusView{.caption = "Not Connected"});
     }
@@ -165,8 +130,7 @@ private Q_SLOTS:
             {"& tell=one box=two ok -box", "{one} [two] told told main"},
             {"question= & ask=1 -question ask=2 yes ask=3 -question ask=4 no", "<1> no <2> yes <3> yes <4> no main"},
             {"host=2 & find call @6 -connect", "{no answer} main"},
-            {"& tell=one find -connect ?forms ok", "{one} main message told main"},
-            {"& find tell=one tell=two -connect", "{one} {two} told told main"}, {"& tell=one -main", "{one} told"}},
+            {"& tell=one find -connect ?forms ok", "{one} main message told main"}},
             "message=", "?forms");
     }
 };
