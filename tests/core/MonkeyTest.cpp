@@ -17,7 +17,7 @@ const std::vector<std::string> Words{
     "kind1", "quad0=10.0.0.5", "quad2=", "quad3=25", "go", "go", "go", "esc", "cancel", "ok", "ok", "ok", "-box", "yes",
     "yes", "no", "-message", "-question", "-panel", "-presets", "-units", "-connect", "-splash", "+help", "-help",
     // The machine and the unit
-    "lose", "network0 lose", "network lose", "ports=7", "ports=1,7,8", "ports=", "swap", "host=0", "host=0", "host=1",
+    "lose", "network0", "network", "ports=7", "ports=1,7,8", "ports=", "swap", "host=0", "host=0", "host=1",
     "host=2", "host=3", "slow0.05", "slow2.5", "sending0", "sending1.5", "split0", "split3", "split40", "late0.01",
     "late0.5", "late1.5", "raw=", "raw=^Ok^", "raw=\x80(,)^", "CFG=", "silent", "STA=U,0,V,-7,1,D,255", "VOL=5", "VOL=",
     "well", "well", "well", "save=Full.", "save=", "save=", "read=Bad.", "read=", "gone"};
@@ -65,8 +65,7 @@ private:
             std::ostringstream note;
             note << " @" << user.pump.now() - 1000.0 << ":" << word;
             played += note.str();
-            for (std::istringstream words(word); words >> word;)
-                user.act(word);
+            user.act(word);
             return;
         }
     }

@@ -84,9 +84,9 @@ std::string Player::troubles(bool overTheNetwork) {
     overNetwork = overTheNetwork;
     // All is closed and nothing is under way.
     now("forms", "main"), now("flags", "");
-    const bool connected = look("link").starts_with('+');
-    now("link", connected ? "++++o" : "----");
-    play(connected ? "label" : "");
+    const bool isUp = look("link").starts_with('+');
+    now("link", isUp ? "++++o" : "----");
+    play(isUp ? "label" : "");
     now("link", "----");
     // It works as if nothing had been.
     for (FakeWire *wire : {&serialPort.wire, &socket.wire})
