@@ -85,8 +85,8 @@ struct Simulator {
         const auto port = waitFor("tcp 127\\.0\\.0\\.1:(\\d+)\n").toUShort();
         const sockaddr_in place{AF_INET, htons(port), {htonl(INADDR_LOOPBACK)}, {}};
         FileDescriptor peer(::socket(AF_INET, SOCK_STREAM, 0));
-        ::connect(peer.get(), reinterpret_cast<const sockaddr *>(&place), sizeof place);
-        ask(peer, bytes, 0);
+        if (::connect(peer.get(), reinterpret_cast<const sockaddr *>(&place), sizeof place) == 0)
+            ask(peer, bytes, 0);
         ::shutdown(peer.get(), SHUT_WR);
         return peer;
     }
