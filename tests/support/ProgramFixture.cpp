@@ -43,9 +43,10 @@ void ProgramFixture::clickAnything(const char *windowName, const std::string &na
 void ProgramFixture::answerMessages() {
     pump.eachTurn = [this] {
         QCoreApplication::processEvents();
-        if (!isShown("dlgOK"))
+        if (const QWidget *box = window("dlgOK"); !box || !box->isVisible())
             return;
-        messages += (messages.empty() ? "" : " | ") + text("dlgOK", "OKLabel");
+        const QString text = part<QLabel>("dlgOK", "OKLabel")->text();
+        messages += (messages.empty() ? "" : " | ") + text.toStdString();
         click("dlgOK", "OKButton");
     };
 }

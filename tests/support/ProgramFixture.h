@@ -20,17 +20,9 @@ public:
     std::string messages; ///< the texts of those that were closed, " | " between them
 
     [[nodiscard]] static QWidget *window(const std::string &name);
-    [[nodiscard]] static bool isShown(const char *name) {
-        const QWidget *found = window(name);
-        return found && found->isVisible();
-    }
     template <class Control = QWidget>
     [[nodiscard]] static Control *part(const char *windowName, const std::string &name) {
         return window(windowName)->findChild<Control *>(QString::fromStdString(name));
-    }
-    /// The text of a label, a box or a button.
-    [[nodiscard]] static std::string text(const char *windowName, const std::string &name) {
-        return part(windowName, name)->property("text").toString().toStdString();
     }
     /// The names of all windows that are seen, sorted, with a blank between them.
     [[nodiscard]] static std::string visibleWindows();

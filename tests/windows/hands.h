@@ -61,8 +61,7 @@ public:
 ///     pick LIST ROW  a click on an entry;   double LIST ROW
 ///     menu ITEM      of the window's menu;   frame: closes the window;   end: the start window
 ///     panel          connects and opens the panel;   linked: the unit is on COM7, no panel opens
-///     gone           the cable is pulled;   refused: by every address
-///     ports 0, ports 2: so many exist
+///     refused        by every address;   ports 0, ports 2: so many exist
 /// @return what these words saw, ", " between them:
 ///     windows  see NAME  list NAME  address
 ///     focus: what has it, or the entry an open menu is at;   walk KEY: the same after each key
@@ -155,7 +154,6 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
         {"linked", [&] { program.link.LinkKind = SerialLinkKind; program.serial.OpenSerialPort(7);
                          program.display.refreshAll(); kvn.windows.refresh(); }},
         {"refused", [&] { kvn.socket.host = FakeTcpSocket::Host::Refuses; }},
-        {"gone", [&] { kvn.serialPort.vanish(); }},
         {"ports", [&] { kvn.serialPort.present = word() == "0" ? std::set<int>{} : std::set<int>{1, 2}; }}};
     const std::map<std::string, std::function<std::string()>> looks{
         {"windows", [&] { return kvn.visibleWindows(); }},

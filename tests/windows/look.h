@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Lamp.h"
+#include "panel/PanelControls.h"
 #include "support/ProgramFixture.h"
 
 #include <QComboBox>
@@ -32,6 +33,67 @@ inline std::string look(QWidget *widget) {
         all += " " + pixel(widget, widget->width() / 2, 3);
     else if (dynamic_cast<Lamp *>(widget))
         all += pixel(widget, widget->width() / 2, widget->height() / 2) == "#14963c" ? " lit" : "";
+    return all;
+}
+
+/// What a control should look like, in the words of look().
+inline std::string wanted(const QWidget *widget, const Control &control) {
+    static constexpr const char *Faces[] = {" #e0e0e0", " #ff8080", " #d6f1c2", " #f7a69d",
+                                            " #d6f1c2"};
+    const bool hasText = widget->property("text").isValid() || widget->inherits("QGroupBox");
+    std::string all = hasText ? QString::fromLatin1(control.text).toStdString() : "";
+    all += control.visible ? "" : " hidden";
+    all += control.enabled ? "" : " greyed";
+    if (widget->inherits("QPushButton"))
+        all += widget->isEnabled() && widget->isVisible() ? Faces[int(control.face)] : "";
+    else if (widget->inherits("QRadioButton") || dynamic_cast<const Lamp *>(widget))
+        all += control.lit ? " lit" : "";
+    return all;
+}
+
+/// A control of a view, by the names of its window and of its own.
+struct NamedControl {
+    std::string window;
+    std::string name;
+    Control *control;
+};
+
+/// All controls of all views.
+inline std::vector<NamedControl> controlsOf(Views &views) {
+    auto &[main, messages, c, u, panel, presets, setup, about, help] = views;
+    std::vector<NamedControl> all;
+    const auto add = [&all](const char *window, const char *names,
+                            const std::vector<Control *> &controls) {
+        static const QRegularExpression notOfTheName(QStringLiteral("&\\w+.|\\.control|\\]"));
+        QStringList words = QString::fromLatin1(names)
+                                .remove(notOfTheName)
+                                .replace(u'[', u'_')
+                                .split(QStringLiteral(", "));
+        for (Control *control : controls)
+            all.push_back({window, words.takeFirst().toStdString(), control});
+    };
+    const auto addRow = [&all](const char *window, const char *name, auto &row) {
+        for (int slot = 1; slot <= row.last(); ++slot)
+            all.push_back({window, name + ("_" + std::to_string(slot)), &row[slot]});
+    };
+// clang-format off
+    #define LISTED(...) #__VA_ARGS__, {__VA_ARGS__}
+    add("frmMain", LISTED(&main.MainControlButton_0, &main.MainControlButton_2, &main.ToDisconnectPortLabel));
+    add("dlgConnect", LISTED(&c.Frame1, &c.ConnectIPOption, &c.ConnectSerialOption, &c.IPAddressFrame,
+        &c.Connect2IPButton, &c.Label2, &c.SerialConnectionFrame, &c.Label1, &c.SerialPortsCombo.control,
+        &c.Connect2SerialButton));
+    add("dlgControlExisting", LISTED(&u.OptionsFrame, &u.OptionsCommand[0], &u.OptionsCommand[1],
+        &u.OptionsCommand[2], &u.OptionsCommand[3], &u.OKButton, &u.AddCorvaneFrame, &u.Label2_0, &u.Label2_1,
+        &u.Text3, &u.AvailCorvanesList.control, &u.Label3, &u.ConnectChoiceList.control, &u.ControlledbyText,
+        &u.IPAddressFrame, &u.AddCorvaneCommand, &u.CancelCommand, &u.StatusLabel));
+    add("dlgPresets", LISTED(&presets.ExecutePresetButton, &presets.ExitPresets));
+    #undef LISTED
+    // clang-format on
+    addRow("dlgPresets", "NewPresetButton", presets.NewPresetButton);
+    for (const SingleControl &single : SingleControls)
+        all.push_back({"KVN32x32Audio", single.name, &(panel.*single.control)});
+    for (const SlotArray &array : SlotArrays)
+        addRow("KVN32x32Audio", array.name, panel.*array.controls);
     return all;
 }
 
