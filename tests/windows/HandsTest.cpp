@@ -242,7 +242,7 @@ private Q_SLOTS:
                         Qt::mightBeRichText(said))
                         found += u" rich";
                 }
-                QCOMPARE(found.toStdString().substr(0, texts.size()), texts);
+                QCOMPARE((found + u'|').toStdString().substr(0, texts.size() + 1), texts + "|");
                 for (const auto *one : window->findChildren<QWidget *>(named)) {
                     for (const auto *other : window->findChildren<QWidget *>(named))
                         QVERIFY2(one == other || one->parent() != other->parent() ||
@@ -263,21 +263,13 @@ private Q_SLOTS:
     // The window system may not have noticed yet that it is closed.
     void keysOfAClosedWindowGoToTheOneInFront() {
         ProgramFixture kvn;
-        const auto show = [&kvn](const char *name, const auto &load) {
-            load();
-            kvn.windows.refresh();
-            kvn.window(name)->activateWindow();
-            QCoreApplication::processEvents();
-            return kvn.window(name)->windowHandle();
-        };
-        show("dlgControlExisting", [&] { kvn.program.unitsForm.LoadForm(); });
-        QWindow *closed = show("frmAbout", [&] { kvn.program.aboutForm.present(); });
-        kvn.program.aboutForm.unload();
-        kvn.windows.refresh();
-        QTest::keyClick(closed, Qt::Key_Return); // the first button: Add
-        QVERIFY(kvn.program.views.units.AddCorvaneFrame.visible);
-        QTest::keyClick(closed, Qt::Key_Escape);
-        QVERIFY(!kvn.program.views.units.AddCorvaneFrame.visible);
+        play(kvn,
+             "menu AboutController click MainControl2 in " + Units + " in frmAbout key Return");
+        QWindow *closed = kvn.window("frmAbout")->windowHandle();
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) { // the first button: Add
+            QTest::keyClick(closed, key);
+            QCOMPARE(kvn.program.views.units.AddCorvaneFrame.visible, key == Qt::Key_Return);
+        }
     }
 };
 

@@ -104,6 +104,7 @@ private Q_SLOTS:
         view.MuteButton[32].text = "MUTED";
         view.InputAudioConnected[32].text = "NC";
         view.OutputVolumeLabel.visible = true;
+        view.KVNNameLabel = {.text = "<b>" + std::string(200, 'W')};
         int shown = 0;
         for (const auto &[size, scale, left] : {std::tuple(QSize(698, 518), 0.75, 0.0),
                                                 {{1862, 1380}, 2.0, 0.0},
@@ -184,7 +185,11 @@ private Q_SLOTS:
         QTest::mouseMove(window->windowHandle(), pointed->mapTo(window, QPoint(9, 9)));
         QVERIFY(hasRing(pointed));
         QVERIFY(QFontInfo(on("TakeButton")->font()).pixelSize() >= 18);
+        QVERIFY(qobject_cast<QLabel *>(on("Label1"))->alignment() & Qt::AlignHCenter);
         QVERIFY(on("TakeButton")->font().bold() && !on("ClearButton")->font().bold());
+        auto *name = qobject_cast<QLabel *>(on("KVNNameLabel"));
+        QVERIFY(name->text().endsWith(u'\u2026') && name->textFormat() == Qt::PlainText);
+        QCOMPARE(hints(name), view.KVNNameLabel.text + "/");
         view.status.caption = "Connected to an address that is longer than there is room for";
         window->resize(931, 690 + menu);
         kvn->windows.refresh();
@@ -222,7 +227,12 @@ private Q_SLOTS:
     }
 
     void panelFitsTheScreenAndScrolls() {
-        open();
+        kvn.emplace();
+        // Its own frame is another one than that of the window that is open already.
+        kvn->window("frmMain")->setWindowFlag(Qt::FramelessWindowHint);
+        kvn->window("frmMain")->show();
+        kvn->openPanel();
+        QCoreApplication::processEvents();
         auto *window = kvn->window(Panel);
         const QRect screen = window->screen()->availableGeometry();
         const QRect frame = window->frameGeometry();
@@ -242,20 +252,6 @@ private Q_SLOTS:
             kvn->openPanel();
             QCOMPARE(window->size() != place.size(), fitted);
             QVERIFY(screen.contains(window->frameGeometry()));
-        }
-    }
-
-    void showsTextsAsTheyAre() {
-        PanelView &view = open();
-        auto *label = qobject_cast<QLabel *>(on("KVNNameLabel"));
-        for (const std::string &name :
-             {std::string("<b>A</b> & &lt; <i>"), std::string(200, 'W')}) {
-            view.KVNNameLabel = {.text = name};
-            kvn->windows.refresh();
-            QCOMPARE(label->textFormat(), Qt::PlainText);
-            QCOMPARE(hints(label), name + "/");
-            QVERIFY(fits(label));
-            QCOMPARE(label->text().endsWith(u'\u2026'), name.size() == 200);
         }
     }
 

@@ -279,9 +279,10 @@ private Q_SLOTS:
             kvn->windows.refresh();
             desktopIs(dark);
             QCoreApplication::processEvents();
-            QCOMPARE(QApplication::style()->name() +
-                         QApplication::palette().color(QPalette::Highlight).name(),
-                     QLatin1String(dark ? "fusion#1e62ba" : "fusion#005fb8"));
+            const QPalette program = QApplication::palette();
+            QCOMPARE(QApplication::style()->name() + program.color(QPalette::Highlight).name() +
+                         program.color(QPalette::Link).name(), // as of the focus
+                     QLatin1String(dark ? "fusion#1e62ba#2684f0" : "fusion#005fb8#005fb8"));
             for (QWidget *window : QApplication::topLevelWidgets()) {
                 const QString name = window->objectName();
                 if (!dynamic_cast<Window *>(window) || !window->isVisible())
