@@ -244,7 +244,7 @@ public:
     std::string failure;                           ///< what every replace fails with; empty: none
     std::vector<std::pair<std::string, int>> versions; ///< of files that were replaced, and how
                                                        ///< many replaces had failed before each
-    std::string readFailure; ///< what every read fails with; empty: none
+    std::string readFailure;                           ///< what every read fails with; empty: none
 
     bool exists(const std::string &path) const override { return contentsOf.contains(path); }
     std::string read(const std::string &path, std::string &contents) const override {

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QProcess>
+#include <QProxyStyle>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
@@ -280,7 +281,8 @@ private Q_SLOTS:
             desktopIs(dark);
             QCoreApplication::processEvents();
             const QPalette program = QApplication::palette();
-            QCOMPARE(QApplication::style()->name() + program.color(QPalette::Highlight).name() +
+            const auto *style = qobject_cast<QProxyStyle *>(QApplication::style());
+            QCOMPARE(style->baseStyle()->name() + program.color(QPalette::Highlight).name() +
                          program.color(QPalette::Link).name(), // as of the focus
                      QLatin1String(dark ? "fusion#1e62ba#2684f0" : "fusion#005fb8#005fb8"));
             for (QWidget *window : QApplication::topLevelWidgets()) {

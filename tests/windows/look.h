@@ -76,7 +76,7 @@ inline std::vector<NamedControl> controlsOf(Views &views) {
         for (int slot = 1; slot <= row.last(); ++slot)
             all.push_back({window, name + ("_" + std::to_string(slot)), &row[slot]});
     };
-    // clang-format off
+// clang-format off
     #define LISTED(...) #__VA_ARGS__, {__VA_ARGS__}
     add("frmMain", LISTED(&main.MainControlButton_0, &main.MainControlButton_2, &main.ToDisconnectPortLabel));
     add("dlgConnect", LISTED(&c.Frame1, &c.ConnectIPOption, &c.ConnectSerialOption, &c.IPAddressFrame,
