@@ -66,7 +66,7 @@ Program::Program(const Machine &machine)
       helpForms{Form(views.help[0], pump), Form(views.help[1], pump), Form(views.help[2], pump)} {}
 
 void Program::start() {
-    display.ConnecthandleConnectionStatus();
+    display.refreshAll();
     startForm.present();
     if (const std::string failure = unitsFile.CheckGetIniFile(); !failure.empty())
         messages.ShowMessage(failure);

@@ -50,7 +50,8 @@ void Player::calmDown() {
         const bool unitsBusy = views.units.form.loaded && !views.units.AddCorvaneFrame.enabled;
         const std::string stays =
             marks({{'T', isOpen && panel.TakeButton.face == Face::Busy},
-                   {'W', isOpen && panel.OutputVolumeLabel.text == "Wait..."},
+                   {'W', isOpen && panel.OutputVolumeLabel.visible &&
+                             panel.OutputVolumeLabel.text == "Wait..."},
                    {'P', presets.form.loaded && presets.ExecutePresetButton.face == Face::Busy},
                    {'U', !isOpen && unitsBusy},
                    {'C', !views.connect.Connect2IPButton.enabled},

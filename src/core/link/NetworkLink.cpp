@@ -79,6 +79,7 @@ void NetworkLink::SetupConnectIP() {
     while (link.ConnectAttemptCount != AttemptCount) {
         if (socket.state() != SocketState::Closed)
             socket.close();
+        ++connects; // what waits to be sent over the connection before never is
         socket.connectTo(link.RemoteIPAddress, UnitPort);
         display.ShowConnectingProgress();
         link.WaitSeconds = AttemptSeconds;
@@ -127,12 +128,17 @@ void NetworkLink::send(std::string text) {
     exchange.NetworkRawReply.clear();
     link.ReplyPendingFlag = false;
     link.ReplyCompleteFlag = false;
+    const std::string unit = link.RemoteIPAddress + " port " + std::to_string(UnitPort);
+    const int mine = connects;
     socket.send(text);
-    pump.runUntil(
-        [this] { return link.SendCompleteFlag || socket.state() != SocketState::Connected; });
+    pump.runUntil([this, mine] {
+        return link.SendCompleteFlag || socket.state() != SocketState::Connected ||
+               mine != connects;
+    });
     if (!link.SendCompleteFlag && !pump.ended())
-        throw LinkError("Sending to", link.RemoteIPAddress + " port " + std::to_string(UnitPort),
-                        socket.failureReason());
+        throw LinkError("Sending to", unit,
+                        mine == connects ? socket.failureReason()
+                                         : "the unit was connected anew meanwhile");
 }
 
 void NetworkLink::sendGetResponse(std::string text) {

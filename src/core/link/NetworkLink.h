@@ -47,4 +47,5 @@ private:
     TcpSocket &socket;
     EventPump &pump;
     LinkStatusDisplay &display;
+    int connects = 0; ///< attempts so far
 };
