@@ -58,6 +58,11 @@ struct NamedControl {
     Control *control;
 };
 
+// clang-format off
+/// The names of controls and where they are.
+#define LISTED(...) #__VA_ARGS__, {__VA_ARGS__}
+// clang-format on
+
 /// All controls of all views.
 inline std::vector<NamedControl> controlsOf(Views &views) {
     auto &[main, messages, c, u, panel, presets, setup, about, help] = views;
@@ -76,8 +81,7 @@ inline std::vector<NamedControl> controlsOf(Views &views) {
         for (int slot = 1; slot <= row.last(); ++slot)
             all.push_back({window, name + ("_" + std::to_string(slot)), &row[slot]});
     };
-// clang-format off
-    #define LISTED(...) #__VA_ARGS__, {__VA_ARGS__}
+    // clang-format off
     add("frmMain", LISTED(&main.MainControlButton_0, &main.MainControlButton_2, &main.ToDisconnectPortLabel));
     add("dlgConnect", LISTED(&c.Frame1, &c.ConnectIPOption, &c.ConnectSerialOption, &c.IPAddressFrame,
         &c.Connect2IPButton, &c.Label2, &c.SerialConnectionFrame, &c.Label1, &c.SerialPortsCombo.control,
