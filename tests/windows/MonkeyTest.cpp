@@ -78,10 +78,10 @@ public:
         }
         at(due += 1.0, [this] { heal(); });
         for (int window = 0; window < 40; ++window)
-            at(due += 5.0, [this] { closeOne(Panel); });
+            at(due += 5.0, [] { closeOne(Panel); });
         at(due += 5.0, [this] { compareWithViews(true); });
         for (int window = 0; window < 5; ++window)
-            at(due += 5.0, [this] { closeOne(""); });
+            at(due += 5.0, [] { closeOne(""); });
         at(due += 100.0, [this] { check(underWay == 1, "a wait is left"); });
         kvn.pump.runFor(due + 1.0, [this] { return !wrong.empty(); });
         if (wrong.empty())
@@ -167,7 +167,7 @@ private:
                                        {}, {}, {}, false);
                       QCoreApplication::sendEvent(under ? under : on.window, &turn); }},
             {25, [&] { const auto keys = QKeySequence::fromString(QLatin1String(anyOf(Keys)))[0];
-                       const QString text(QLatin1Char(keys.key() < 0x7F ? QTest::keyToAscii(keys.key()) : 0));
+                       const QString text(QLatin1Char(keys.key() < 0x7F ? QTest::keyToAscii(keys.key()) : '\0'));
                        sendKey(keys.key(), text, keys.keyboardModifiers()); }},
             {5, [&] { for (const QChar letter : QString::fromLatin1(anyOf(Texts))) sendKey(Qt::Key_A, letter); }},
             {6, [&] { const auto lists = anyOf(usableWindows())->findChildren<QListWidget *>();
