@@ -8,7 +8,7 @@ scripts/build.sh fuzz
 
 # One target: its executions and coverage, or the input that was found and how to repeat it.
 play() {
-    local seconds=$1 target=$2 work=build/fuzz/work/$2
+    local seconds=$1 target=$2 work=build/fuzz/runs/$2
     mkdir -p "$work/corpus"
     if "build/fuzz/bin/fuzz_$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 \
         -artifact_prefix="$work/" -print_final_stats=1 \
