@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -20,8 +21,11 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
     const int margin = grown(16);
     const int gap = grown(8);
     const QSize smallest = grown(QSize(72, 32));
-    // With a large font a narrow screen has room for fewer beside each other.
-    const int room = screen()->availableSize().width() - 2 * margin;
+    // With a large font a narrow screen has room for fewer beside each other, and they are
+    // scrolled.
+    const QSize largest = screen()->availableSize() * 9 / 10;
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int room = largest.width() - 2 * margin - bar;
     const int columns = std::clamp((room + gap) / (smallest.width() + gap), 1, MostColumns);
     auto *sheet = new QWidget;
     sheet->setAccessibleName(QStringLiteral("Presets"));
@@ -65,6 +69,8 @@ PresetsWindow::PresetsWindow(dlgPresets &presetsForm, const PresetsView &presets
     whenClicked(ExecutePresetButton, [&presetsForm] { presetsForm.ExecutePresetButton_Click(); });
     whenClicked(ExitPresets, [&presetsForm] { presetsForm.ExitPresets_Click(); });
     whenKey(Qt::Key_Escape, [&presetsForm] { presetsForm.ExitPresets_Click(); });
-    const QSize whole = sheet->sizeHint() + QSize(0, commands->sizeHint().height());
-    resize(whole.boundedTo(screen()->availableSize() * 9 / 10));
+    QSize whole = sheet->sizeHint() + QSize(0, commands->sizeHint().height());
+    if (whole.height() > largest.height())
+        whole.rwidth() += bar;
+    resize(whole.boundedTo(largest));
 }

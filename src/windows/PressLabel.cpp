@@ -14,6 +14,9 @@ void PressLabel::whenPressed(std::function<void()> action) {
 void PressLabel::setPressable(bool pressable) {
     setFocusPolicy(pressable ? Qt::TabFocus : Qt::NoFocus);
     setCursor(pressable ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    // Nobody stays where no key does anything.
+    if (!pressable && hasFocus())
+        focusNextChild();
 }
 
 void PressLabel::press() {

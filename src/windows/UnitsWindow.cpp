@@ -37,7 +37,7 @@ public:
 
     bool helpEvent(QHelpEvent *event, QAbstractItemView *list, const QStyleOptionViewItem &option,
                    const QModelIndex &index) override {
-        if (event->type() != QEvent::ToolTip)
+        if (event->type() != QEvent::ToolTip || !index.isValid())
             return QStyledItemDelegate::helpEvent(event, list, option, index);
         const bool cut = QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width();
         const QString name = index.data().toString();

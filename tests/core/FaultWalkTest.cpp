@@ -112,6 +112,27 @@ private:
 class FaultWalkTest : public QObject {
     Q_OBJECT
 
+    void plays(const Walk &well, const Fault &fault) {
+        std::string trouble;
+        try {
+            Walk walk(well.overNetwork, fault);
+            trouble = walk.trouble();
+            if (well.mustTell(fault) &&
+                walk.said.find("{failed}") + walk.said.find("{no response}") == 2 * walk.said.npos)
+                trouble += "\n  nothing is told of the link: " + walk.said;
+        } catch (const std::exception &error) {
+            trouble = std::string("\n  thrown: ") + error.what();
+        }
+        failed += trouble.empty() ? 0 : 1;
+        if (!trouble.empty())
+            std::fprintf(stderr, "%s, kind %d, %s the unit at %zu %s%s\n",
+                         well.overNetwork ? "network" : "serial", static_cast<int>(fault.kind),
+                         fault.toUnit ? "to" : "from", fault.at, fault.window.c_str(),
+                         trouble.c_str());
+    }
+
+    int failed = 0;
+
 private Q_SLOTS:
     void everyByte() {
         for (const bool network : {false, true}) {
@@ -138,28 +159,6 @@ private Q_SLOTS:
         }
         QCOMPARE(failed, 0);
     }
-
-private:
-    void plays(const Walk &well, const Fault &fault) {
-        std::string trouble;
-        try {
-            Walk walk(well.overNetwork, fault);
-            trouble = walk.trouble();
-            if (well.mustTell(fault) &&
-                walk.said.find("{failed}") + walk.said.find("{no response}") == 2 * walk.said.npos)
-                trouble += "\n  nothing is told of the link: " + walk.said;
-        } catch (const std::exception &error) {
-            trouble = std::string("\n  thrown: ") + error.what();
-        }
-        failed += trouble.empty() ? 0 : 1;
-        if (!trouble.empty())
-            std::fprintf(stderr, "%s, kind %d, %s the unit at %zu %s%s\n",
-                         well.overNetwork ? "network" : "serial", static_cast<int>(fault.kind),
-                         fault.toUnit ? "to" : "from", fault.at, fault.window.c_str(),
-                         trouble.c_str());
-    }
-
-    int failed = 0;
 };
 
 QTEST_GUILESS_MAIN(FaultWalkTest)

@@ -77,7 +77,7 @@ private:
 
 int numberOf(const char *variable, int otherwise) {
     const char *const text = std::getenv(variable);
-    return text ? std::atoi(text) : otherwise;
+    return text ? static_cast<int>(std::strtol(text, nullptr, 10)) : otherwise;
 }
 
 } // namespace

@@ -347,14 +347,17 @@ void Player::learnLooks() {
         {"sent", [&] { return shortened(takeWritten()); }},
         {"file", [&] { return shortened(files.contentsOf[FileOfUnits]); }},
         {"backup", [&] { return shortened(files.contentsOf["program/KVNConfigurator.bak"]); }},
-        {"forms", [&] { for (const auto &[name, view, form] : windows) told += !view.loaded ? "" : (view.minimised ?
-            " min-" : " ") + name; return told.substr(told.empty() ? 0 : 1); }},
+        {"forms", [&] { for (const auto &[name, view, form] : windows)
+                            told += !view.loaded ? "" : (view.minimised ? " min-" : " ") + name;
+                        return told.substr(told.empty() ? 0 : 1); }},
         // The link, as start window, saved units, connection dialog and panel show it, "?" where
         // caption and picture differ; then what is open, "!" where a flag says something else.
         {"link", [&] { for (const auto *shown : {&views.main.status, &views.units.status, &views.connect.status,
-            &panel.status}) told += shown->linkUp == (shown->caption == "Not Connected") ? "?" :
-            shown->showsConnected() ? "+" : "-"; told += (portOpen ? "o" : "") + std::string(connected ? "o" : "");
-            return told + (link.SerialPortOpen == portOpen && link.IPLinkOpenFlag == connected ? "" : "!"); }},
+                                                 &panel.status})
+                           told += shown->linkUp == (shown->caption == "Not Connected") ? "?"
+                                   : shown->showsConnected() ? "+" : "-";
+                       told += (portOpen ? "o" : "") + std::string(connected ? "o" : "");
+                       return told + (link.SerialPortOpen == portOpen && link.IPLinkOpenFlag == connected ? "" : "!"); }},
         {"time", [&] { std::ostringstream stream; stream << (pump.now() - start) / second; return stream.str(); }},
         {"log", [&] { for (const std::string &line : serialPort.log) told += (told.empty() ? "" : " ") + line; return
             told; }},
@@ -365,9 +368,9 @@ void Player::learnLooks() {
             {'P', program.panel.PanelFromSavedUnits}, {'M', shown.MessageShowing}, {'B', shown.PlainBoxShowing}, {'Q',
             shown.YesNoShowing}}), "-", ""); }},
         // The ports that were opened for use, and how often a host was dialled.
-        {"used", [&] { for (const std::string &entry : serialPort.log) if (entry.ends_with(" 38400,N,8,1")) told +=
-            entry.substr(5, entry.find(' ', 5) - 4); return told + "x" +
-            std::to_string(std::ranges::count_if(socket.log, [](auto &entry) { return entry.starts_with("connect");
+        {"used", [&] { for (const std::string &entry : serialPort.log)
+                           if (entry.ends_with(" 38400,N,8,1")) told += entry.substr(5, entry.find(' ', 5) - 4);
+                       return told + "x" + std::to_string(std::ranges::count_if(socket.log, [](auto &entry) { return entry.starts_with("connect");
             })); }}, {"dialog", [&] { return dialog(); }}, {"why", [&] { return why(); }},
         {"operation", [&] { return shortened(operation()); }},
         {"list", [&] { return textOf({.entries = views.units.AvailCorvanesList.entries}); }},
@@ -378,9 +381,10 @@ void Player::learnLooks() {
         {"levels", [&] { const auto &level = panel.OutputVolumeValue; return replaced(level[1].text + "," +
             level[2].text, "Vol ", "") + "," + program.unit.routing.Outputs[1].VolumeText; }},
         // The presets that are marked, "!" while one is recalled.
-        {"presets", [&] { for (const Control &button : views.presets.NewPresetButton) told += button.face ==
-            Face::Neutral ? "" : button.text; const Face face = views.presets.ExecutePresetButton.face; return told +
-            (face == Face::Busy ? "!" : ""); }},
+        {"presets", [&] { for (const Control &button : views.presets.NewPresetButton)
+                              told += button.face == Face::Neutral ? "" : button.text;
+                          const Face face = views.presets.ExecutePresetButton.face;
+                          return told + (face == Face::Busy ? "!" : ""); }},
         {"take", [&] { return panel.TakeButton.face == Face::Busy ? "busy" : "idle"; }},
         {"name", [&] { return panel.KVNNameLabel.visible ? panel.KVNNameLabel.text : "nameless"; }},
         {"type", [&] { return panel.CorvaneTypeLabel.text + " " + panel.form.focus; }},
