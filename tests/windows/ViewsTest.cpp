@@ -33,7 +33,7 @@ KVN32x32Audio InputVideoButtons_5 = Button Input 5 video on:video to output 5, a
 KVN32x32Audio InputVideoButtons_6 = Button Input 6 video off:video to output 6, audio to output 6
 dlgPresets NewPresetButton_5 = Button Preset 5 on; dlgPresets NewPresetButton_6 = Button Preset 6 off
 dlgConnect ConnectIPOption = RadioButton Ethernet on; dlgConnect SerialPortsCombo = ComboBox Serial ports:Comm7. why
-dlgConnect IPAddressQuadConnect_2 = EditableText Address part 3
+dlgConnect IPAddressQuadConnect_2 = EditableText Address part )" R"(3
 dlgConnect ZarnConnectedImage = Graphic Link up; dlgConnect ZarnNotConnectedImage = Graphic Link down
 dlgControlExisting Text3 = EditableText Unit name
 dlgControlExisting AvailCorvanesList = List Saved units; dlgControlExisting ConnectChoiceList = List Connection kind
