@@ -11,13 +11,13 @@
 
 namespace {
 
-constexpr int Rounds = 15;
+constexpr int Exchanges = 15;
 constexpr int Port = 2323; // not that of the units, where not everybody may listen
 
 /// Exchanges as the panel has them, all windows that are open brought up to date in each.
 void measureLink(Figures &figures, const std::string &link, Program &program, double mandated) {
     std::vector<double> times, processor;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < Exchanges; ++round) {
         const double start = program.pump.now();
         const double used = processorTime();
         program.talk.SendCommandGetResponse(std::string(command::StatusOfAllOutputs));

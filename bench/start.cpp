@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int Rounds = 31;
+constexpr int Starts = 31;
 
 struct Measure {
     const char *what;
@@ -60,7 +60,7 @@ Start start(const char *name) {
 void measureStart(Figures &figures) {
     qputenv("QT_LOGGING_RULES", "qt.widgets.painting.info=true");
     std::array<std::vector<double>, Measures.size()> smallest, own, ratios;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < Starts; ++round) {
         const Start base = start("smallest_program"), ours = start("KVNController");
         for (std::size_t which = 0; which < Measures.size(); ++which) {
             smallest[which].push_back(base[which]);

@@ -3,6 +3,7 @@
 #include "ComPortNames.h"
 #include "DeviceLook.h"
 #include "LinkLog.h"
+#include "protocol/ReplyClass.h"
 
 #include <QStringList>
 
@@ -11,8 +12,6 @@
 #include <utility>
 
 namespace {
-
-constexpr qint64 ReadBufferBytes = qint64{1} << 20;
 
 LinkFailure failureOf(QSerialPort::SerialPortError error) {
     switch (error) {
@@ -35,7 +34,7 @@ std::string reasonOf(const QSerialPort &port) {
 } // namespace
 
 QtSerialPort::QtSerialPort(std::string appPath) : programFolder(std::move(appPath)) {
-    port.setReadBufferSize(ReadBufferBytes);
+    port.setReadBufferSize(MaximumReplyBytes);
     QObject::connect(&port, &QSerialPort::errorOccurred, &port,
                      [this](QSerialPort::SerialPortError error) { noteError(error); });
 }

@@ -2,6 +2,7 @@
 
 #include "LinkLog.h"
 #include "machine/LinkError.h"
+#include "protocol/ReplyClass.h"
 
 #include <QHostAddress>
 #include <QNetworkProxy>
@@ -11,8 +12,6 @@
 #include <utility>
 
 namespace {
-
-constexpr qint64 ReadBufferBytes = qint64{1} << 20;
 
 /// Four decimal numbers with dots between them; blanks around a number do not count, nor do leading
 /// zeros.
@@ -37,7 +36,7 @@ std::optional<QHostAddress> dottedAddress(std::string_view text) {
 
 QtTcpSocket::QtTcpSocket() {
     socket.setProxy(QNetworkProxy::NoProxy);
-    socket.setReadBufferSize(ReadBufferBytes);
+    socket.setReadBufferSize(MaximumReplyBytes);
     QObject::connect(&socket, &QTcpSocket::connected, &socket, [this] {
         socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
         made = true;

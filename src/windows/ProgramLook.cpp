@@ -17,7 +17,7 @@
 #include <cmath>
 
 namespace {
-constexpr int SmallestFontPixels = 13;
+constexpr int SmallestWindowFontPixels = 13;
 constexpr int LineForFontPixels = 13;
 
 /// Without loading the font, which may not be the one that the program uses.
@@ -56,8 +56,8 @@ void applyProgramLook() {
     QApplication::setStyle(new ProgramStyle);
     applyPalette(look);
     QFont font = QApplication::font();
-    if (pixelSize(font) < SmallestFontPixels)
-        font.setPixelSize(SmallestFontPixels);
+    if (pixelSize(font) < SmallestWindowFontPixels)
+        font.setPixelSize(SmallestWindowFontPixels);
     QApplication::setFont(font);
     QApplication::setWindowIcon(QIcon(new LateIcon(programIcon)));
 }
@@ -72,7 +72,7 @@ bool canDrawText() { return QFontMetrics(QApplication::font()).inFont(QLatin1Cha
 
 int grown(int pixels) {
     const int font = QFontInfo(QApplication::font()).pixelSize();
-    return pixels * std::max(font, SmallestFontPixels) / SmallestFontPixels;
+    return pixels * std::max(font, SmallestWindowFontPixels) / SmallestWindowFontPixels;
 }
 
 QSize grown(const QSize &size) { return {grown(size.width()), grown(size.height())}; }
