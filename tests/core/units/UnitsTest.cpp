@@ -71,19 +71,16 @@ private Q_SLOTS:
         const std::string saved = "options +++--++ X//-1/-1";
         checkPlays({
             {"", "options +++++++ //-1/-1"}, {"add", add + "//-1/-1"}, {"edit unit1 unit2 go", edit + "-- //-1/-1"},
-            {"control", "Control" + list}, {"delete", "Delete" + list},
-            {"edit unit0 kind2 kind=-1", edit + "++ /SERIAL/0/0"},
+            {"delete", "Delete" + list}, {"edit unit0 kind2 kind=-1", edit + "++ /SERIAL/0/0"},
             {"edit unit1 unit=-1 unit1", edit + "++ /ETHER/1/1 192.168.1.20"},
-            {"edit unit1 unit0 kind1", edit + "++ /ETHER/0/1 ..."}, {"edit unit1 kind0", edit + "++ /SERIAL/1/0"},
+            {"edit unit1 unit0 kind1", edit + "++ /ETHER/0/1 ..."},
             {"edit unit1 kind0 go edit unit1 kind1", "{saved} " + edit + "++ /ETHER/1/1 ..."},
             {"edit unit1 units", edit + "++ /ETHER/1/1 192.168.1.20"},
-            {"edit unit1 esc", "options 1 +--++++ /ETHER/1/1 192.168.1.20"},
-            {"add name=X go edit", edit + "-- //-1/-1"}, {"add name=X go", saved + " added"},
-            {"save=Full. add name=X go", "{unsaved} " + saved},
+            {"edit unit1 esc", "options 1 +--++++ /ETHER/1/1 192.168.1.20"}, {"add name=X go", saved + " added"},
             {"add name=X kind1 quad0=1.2.3.4 cancel add kind1", add + "//-1/1 ..."},
             // While an operation is under way, nothing is picked and nothing begins.
-            {"delete unit0 @1:unit1 @1:kind1 @1:double1 @1:add @1:cancel @2:?operation go", "<delete A ?> "
-             "deleted* Delete list ---++++ /SERIAL/0/0 deleted options 3 +--++++ /SERIAL/-1/0"},
+            {"delete unit0 @1:unit1 @1:kind1 @1:double1 @1:add @1:cancel @2:?operation go", "<delete A ?> deleted* "
+             "Delete list ---++++ /SERIAL/0/0 deleted options 3 +--++++ /SERIAL/-1/0"},
             // Opened anew meanwhile: usable at once, and the old one leaves it alone.
             {"delete unit0 @1:-units @1:units @2:add/name=N/go go wait", "<delete A ?> deleted* deleted added "
              "options +++--++ N//-1/-1 added"}},
@@ -93,24 +90,20 @@ private Q_SLOTS:
     void saves() {
         const std::string both = "A:SERIAL B:ETHER:192.168.1.20   ";
         checkPlays({
-            {"add go back ?forms", "main " + both + " A B"},
             {"add name=N kind1 quad0=10.0.0.5 quad2= go quad2=7 go", "saving* [incomplete] " + both + "N:ETHER: "
              "N:ETHER:10.0.7.5  A B"},
             {"add name=N kind1 go edit unit0 go", "saving* [incomplete] {saved} " + both + " A B"},
-            {"gone add name=N kind1 go add go", "saving* [incomplete] " + both + "N:ETHER:  A B N"},
             {"holds24 add name=N go", times(24, "A:SERIAL ") + "N:SERIAL " + times(24, " A")},
             {"holds25 add go", "{full} " + times(25, "A:SERIAL ") + times(25, " A")},
-            {"save=Full. add name=" + times(61, "\xE9") + " go delete question=no unit2 go",
-             "{unsaved} <delete " + times(60, "\xC3\xA9") + "... ?> " + both + " A B " + times(61, "\xE9")},
+            {"save=Full. add name=" + times(61, "\xE9") + " go delete question=no unit2 go", "{unsaved} <delete " +
+             times(60, "\xC3\xA9") + "... ?> " + both + " A B " + times(61, "\xE9")},
             {"save=Full. add name=N go back units save= add name=N go", "{unsaved} " + both + "N:SERIAL N:SERIAL  A "
-             "B N"},
-            {"edit unit1 quad3=25 go", "{saved} A:SERIAL B:ETHER:192.168.1.25  A B"},
-            {"add name=N go edit unit2 kind1 quad0=1.2.3.4 @2.9:?operation @3.1:?operation go", "{saved} options "
-             "1 +--++++ /ETHER/2/1 1.2.3.4 " + both + "N:ETHER:1.2.3.4  A B N"},
-            {"delete unit0 @2.9:?operation @3.1:?operation go ?backup", "<delete A ?> deleted* Delete list "
-             "---++++ /SERIAL/0/0 deleted " + both + " B:ETHER:192.168.1.20    B"},
+             "B N"}, {"edit unit1 quad3=25 go", "{saved} A:SERIAL B:ETHER:192.168.1.25  A B"},
+            {"add name=N go edit unit2 kind1 quad0=1.2.3.4 @2.9:?operation @3.1:?operation go", "{saved} options 1 "
+             "+--++++ /ETHER/2/1 1.2.3.4 " + both + "N:ETHER:1.2.3.4  A B N"},
+            {"delete unit0 @2.9:?operation @3.1:?operation go ?backup", "<delete A ?> deleted* Delete list ---++++ "
+             "/SERIAL/0/0 deleted " + both + " B:ETHER:192.168.1.20    B"},
             {"save=Full. delete unit0 go holds2 edit", "<delete A ?> {unsaved} A:SERIAL A:SERIAL  A A"},
-            {"delete unit0 question=no go", "<delete A ?> " + both + " A B"},
             {"delete unit0 question= @1:esc @2:units @3:yes go ?forms", "<delete A ?> main " + both + " A B"},
             {"save=Full. delete unit0 go save= add name=N go", "<delete A ?> {unsaved} " + both + "N:SERIAL  A B"}},
             "file units", "?file ?list");
@@ -119,13 +112,10 @@ private Q_SLOTS:
     void controls() {
         const std::string panel = "connecting* asking* loading* main panel units B to 192.168.1.20 main # x";
         checkPlays({
-            {"control unit1 go", panel + "1"}, {"edit unit0 double1", panel + "1"},
-            {"control unit1 @0:go @0:double1 @0:add @0:units go", panel + "1"},
-            {"control unit1 quad0=010 go", "connecting* asking* loading* main panel units B to 10.168.1.20 main # "
-             "x1"},
-            {"control unit0 @1:port7 @2:-connect go", "connecting* {!7} asking* loading* main panel units A on "
-             "COM7 main # 7 x0"},
-            {"control double2", "main units x0"}, {"network open control unit1 go", panel + "2"},
+            {"control unit1 go", panel + "1"}, {"control unit1 @0:go @0:double1 @0:add @0:units go", panel + "1"},
+            {"control unit1 quad0=010 go", "connecting* asking* loading* main panel units B to 10.168.1.20 main # x1"},
+            {"control unit0 @1:port7 @2:-connect go", "connecting* {!7} asking* loading* main panel units A on COM7 "
+             "main # 7 x0"}, {"network open control unit1 go", panel + "2"},
             {"open host=1 control unit1 @0:?link @1:-connect go", "connecting* ---- main panel 7 x1"},
             {"host=2 control unit1 @5:-connect go", "connecting* {no answer} main x2"},
             {"host=2 control unit1 @5:serial/port7/done go", "connecting* {no answer} {!7} main 7 x2"},
