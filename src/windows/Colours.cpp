@@ -13,9 +13,9 @@ const Ground Light{
     .field{255, 255, 255},
     .button = Neutral,
     .text = DarkText,
-    .faintText{96, 104, 114},
     .disabledText{140, 146, 153},
     .focus{0, 95, 184},
+    .pointed{96, 104, 114},
     .selection{0, 95, 184},
     .lampEdge{92, 99, 107},
     .linkUp{20, 140, 60},
@@ -30,9 +30,9 @@ const Ground Dark{
     .field{24, 26, 30},
     .button{72, 78, 87},
     .text{232, 235, 239},
-    .faintText{166, 173, 182},
     .disabledText{136, 143, 152},
     .focus{38, 132, 240},
+    .pointed{166, 173, 182},
     .selection{30, 98, 186},
     .lampEdge{150, 157, 166},
     .linkUp{60, 190, 100},
@@ -58,11 +58,11 @@ QPalette windowPalette(const QPalette &desktop) {
     };
     set({QPalette::Window}, look.window);
     set({QPalette::Button}, look.button);
-    set({QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText},
+    set({QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
+         QPalette::PlaceholderText},
         look.text);
     set({QPalette::Base}, look.field);
     set({QPalette::AlternateBase, QPalette::ToolTipBase}, look.card);
-    set({QPalette::PlaceholderText}, look.faintText);
     set({QPalette::Highlight}, look.selection);
     set({QPalette::Link}, look.focus);
     set({QPalette::HighlightedText}, Qt::white);

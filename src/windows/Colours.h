@@ -21,9 +21,9 @@ struct Ground {
     QColor field;
     QColor button; ///< of what is no FaceButton
     QColor text;
-    QColor faintText;
     QColor disabledText;
     QColor focus;
+    QColor pointed;   ///< around what the pointer is on
     QColor selection; ///< under white text
     QColor lampEdge;
     QColor linkUp;

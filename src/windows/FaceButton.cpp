@@ -50,14 +50,22 @@ double FaceButton::cornerRadius(const QWidget &widget) {
 
 bool FaceButton::event(QEvent *event) {
     const bool known = QPushButton::event(event);
-    const QEvent::Type type = event->type();
-    if (type == QEvent::Enter || type == QEvent::Leave || type == QEvent::EnabledChange)
+    switch (event->type()) {
+    case QEvent::Enter:
+    case QEvent::Leave:
+    case QEvent::EnabledChange:
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
         showPointed();
+        break;
+    default:
+        break;
+    }
     return known;
 }
 
 void FaceButton::showPointed() {
-    const bool pointed = isEnabled() && underMouse();
+    const bool pointed = isEnabled() && underMouse() && !hasFocus(); // whose ring is enough
     if (pointed == !pointedRing.isNull())
         return;
     if (!pointed) {
@@ -68,7 +76,7 @@ void FaceButton::showPointed() {
         return;
     }
     // The face colour means something, so the pointer shows at the edge only.
-    pointedRing = new Ring(parentWidget(), 1.0);
+    pointedRing = new Ring(parentWidget(), &colour::Ground::pointed);
     pointedRing->surround(this);
 }
 

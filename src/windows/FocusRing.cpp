@@ -1,20 +1,25 @@
 #include "FocusRing.h"
 
-#include "Colours.h"
 #include "FaceButton.h"
 #include "ProgramLook.h"
 
 #include <QApplication>
 #include <QFrame>
+#include <QMenuBar>
 #include <QPainter>
 
-FocusRing::FocusRing(QWidget *ofWindow) : Ring(ofWindow, 2.0) {
+FocusRing::FocusRing(QWidget *ofWindow) : Ring(ofWindow, &colour::Ground::focus) {
     connect(qApp, &QApplication::focusChanged, this, [this, ofWindow](QWidget *, QWidget *now) {
-        surround(now && now != ofWindow && now->window() == ofWindow ? now : nullptr);
+        // A menu bar marks its title itself.
+        const bool marked =
+            now && now != ofWindow && now->window() == ofWindow && !qobject_cast<QMenuBar *>(now);
+        surround(marked ? now : nullptr);
     });
 }
 
-Ring::Ring(QWidget *parent, double thinLines) : QFocusFrame(parent), lines(thinLines) { hide(); }
+Ring::Ring(QWidget *parent, QColor colour::Ground::*ofGround) : QFocusFrame(parent), ink(ofGround) {
+    hide();
+}
 
 void Ring::surround(QWidget *surrounded) {
     if (control)
@@ -48,11 +53,11 @@ bool Ring::eventFilter(QObject *watched, QEvent *event) {
 void Ring::paintEvent(QPaintEvent *) {
     if (!control)
         return;
-    const double width = lines * lineWidth(*control);
+    const double width = lineWidth(*control, 2.0);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(
-        QPen(colour::ground(palette()).focus, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        QPen(colour::ground(palette()).*ink, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     // Lists and labels have sharp corners, which would look out of round ones.
     const double radius = qobject_cast<QFrame *>(control) ? 0.0 : FaceButton::cornerRadius(*this);
     painter.drawRoundedRect(

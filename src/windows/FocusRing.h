@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Colours.h"
+
 #include <QFocusFrame>
 #include <QPointer>
 
@@ -7,8 +9,8 @@
 /// it. As a focus frame it is passed over by screen readers and by the mouse.
 class Ring : public QFocusFrame {
 public:
-    /// @param thinLines how many of them it is as heavy as
-    Ring(QWidget *parent, double thinLines);
+    /// @param ofGround its colour
+    Ring(QWidget *parent, QColor colour::Ground::*ofGround);
 
     /// @param surrounded null: none, the ring is hidden
     void surround(QWidget *surrounded);
@@ -20,7 +22,7 @@ protected:
 private:
     void follow();
 
-    double lines;
+    QColor colour::Ground::*ink;
     QPointer<QWidget> control;
 };
 

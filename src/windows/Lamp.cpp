@@ -1,6 +1,7 @@
 #include "Lamp.h"
 
 #include "Colours.h"
+#include "ProgramLook.h"
 
 #include <QPainter>
 
@@ -25,7 +26,7 @@ void Lamp::paintEvent(QPaintEvent *) {
     const double side = std::min(width(), height());
     QRectF circle(0, 0, side, side);
     circle.moveCenter(QRectF(rect()).center());
-    const double edge = std::max(1.0, side / 8.0);
+    const double edge = screenLine(*this, side / 8.0);
     circle.adjust(edge / 2, edge / 2, -edge / 2, -edge / 2);
     painter.setPen(
         QPen(lit ? colour::LampLit.darker(130) : colour::ground(palette()).lampEdge, edge));

@@ -2,6 +2,7 @@
 
 #include "Colours.h"
 #include "PanelLayout.h"
+#include "ProgramLook.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -19,7 +20,7 @@ void PanelSheet::setCards(const Cards &shownCards) {
 void PanelSheet::paintEvent(QPaintEvent *event) {
     const colour::Ground &ground = colour::ground(palette());
     const double scale = sheetScale(size());
-    const double line = std::max(1.0, scale);
+    const double line = screenLine(*this, scale);
     const double corner = 6.0 * scale;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

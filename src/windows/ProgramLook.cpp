@@ -82,10 +82,13 @@ QMargins grown(const QMargins &margins) {
             grown(margins.bottom())};
 }
 
-double lineWidth(const QWidget &widget, double lines) {
+double screenLine(const QWidget &widget, double width) {
     const double screenPixels = widget.devicePixelRatio();
-    const double width = lines * widget.fontInfo().pixelSize() / LineForFontPixels;
     return std::max(1.0, std::round(width * screenPixels)) / screenPixels;
+}
+
+double lineWidth(const QWidget &widget, double lines) {
+    return screenLine(widget, lines * widget.fontInfo().pixelSize() / LineForFontPixels);
 }
 
 QIcon programIcon() {

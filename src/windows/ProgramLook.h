@@ -19,8 +19,11 @@ int grown(int pixels);
 QSize grown(const QSize &size);
 QMargins grown(const QMargins &margins);
 
+/// A width of a line, in pixels, in whole pixels of the widget's screen and one of them at least.
+double screenLine(const QWidget &widget, double width);
+
 /// The width of a line of a widget that is as heavy as so many thin ones. It grows with the
-/// widget's font, in whole pixels of the screen, and is one of them at least.
+/// widget's font, as a screenLine().
 double lineWidth(const QWidget &widget, double lines = 1.0);
 
 /// The program's picture: a matrix with some of its points connected.
