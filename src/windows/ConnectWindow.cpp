@@ -76,13 +76,7 @@ QGroupBox *ConnectWindow::buildNetworkFrame() {
     address->backspaceInEmpty = [this](int box) {
         report([&] { dialog.IPAddressQuadConnect_Backspace(box); });
     };
-    address->entered = [this, button](int box) {
-        const bool connects = box + 1 == AddressEntry::BoxCount && button->isEnabled();
-        report([&] { dialog.IPAddressQuadConnect_Enter(box); });
-        // The same as pressing the button, which has the focus again after a connect that failed.
-        if (connects && button->isEnabled() && button->isVisible())
-            button->setFocus();
-    };
+    address->entered = [this](int box) { report([&] { dialog.IPAddressQuadConnect_Enter(box); }); };
     address->left = [this](int box) { report([&] { dialog.IPAddressQuadConnect_Left(box); }); };
     whenClicked(button, [this] { dialog.Connect2IPButton_Click(); });
     return frame;

@@ -3,39 +3,46 @@
 #include "FaceButton.h"
 #include "ProgramLook.h"
 
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include <utility>
 
-MessageWindow::MessageWindow(const char *name, const char *caption, Form &messageForm,
-                             const MessageView &messageView)
-    : Window(name, messageForm, messageView.form),
+MessageWindow::MessageWindow(const char *name, Form &messageForm, const FormView &messageView,
+                             const char *textName, const Control &messageText,
+                             const std::vector<Button> &buttons)
+    : Window(name, messageForm, messageView),
       view(messageView),
-      OKLabel(named(new QLabel(this), "OKLabel")),
-      OKButton(named(new FaceButton(QString(), this), "OKButton")) {
-    setWindowTitle(QLatin1String(caption));
+      text(messageText),
+      label(named(new QLabel(this), textName)) {
     setWindowFlag(Qt::Dialog);
-    OKLabel->setTextFormat(Qt::PlainText);
-    OKLabel->setWordWrap(true);
-    OKLabel->setMinimumWidth(grown(380));
-    OKButton->setMinimumWidth(grown(110));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(grown(380));
+    auto *row = new QHBoxLayout;
+    row->addStretch();
+    for (const Button &button : buttons) {
+        last = named(new FaceButton(QString(), this), button.name);
+        last->setMinimumWidth(grown(buttons.size() == 1 ? 110 : 96));
+        bind(last, button.control);
+        whenClicked(last, button.clicked);
+        row->addWidget(last);
+    }
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(grown(QMargins(24, 22, 24, 18)));
     layout->setSpacing(grown(18));
-    layout->addWidget(OKLabel);
-    layout->addWidget(OKButton, 0, Qt::AlignRight);
+    layout->addWidget(label);
+    layout->addLayout(row);
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    bind(OKButton, view.OKButton);
-    whenClicked(OKButton, [this] { form.unload(); });
-    whenKey(Qt::Key_Escape, [this] { form.unload(); });
+    whenKey(Qt::Key_Escape, buttons.back().clicked);
 }
 
 void MessageWindow::refreshRest() {
-    OKLabel->setText(QString::fromStdString(view.OKLabel.text));
-    showHints(*this, shownLabel, view.OKLabel);
-    shownLabel = view.OKLabel;
-    if (std::exchange(shownRaised, view.form.raised) == view.form.raised)
+    label->setText(QString::fromStdString(text.text));
+    showHints(*this, shownText, text);
+    shownText = text;
+    if (std::exchange(shownRaised, view.raised) == view.raised)
         return;
-    OKButton->setFocus();
+    last->setFocus();
     placeOverModalWindow(*this);
 }

@@ -6,7 +6,6 @@
 #include "MessageWindow.h"
 #include "PanelWindow.h"
 #include "PresetsWindow.h"
-#include "QuestionWindow.h"
 #include "SetupWindow.h"
 #include "SpokenRoles.h"
 #include "StartWindow.h"
@@ -27,15 +26,33 @@ Windows::Windows(Program &shownProgram) : program(shownProgram) {
         return std::make_unique<StartWindow>(program.startForm, views.main,
                                              [this] { program.aboutForm.present(); });
     });
-    add(views.messages.plainBox.form, [this, &views] {
-        auto box = std::make_unique<MessageWindow>(
-            "plainBox", ProgramTitle, program.messages.plainBox(), views.messages.plainBox);
+    const auto messageWindow = [](const char *name, const char *title, Form &form,
+                                  const MessageView &view) {
+        auto window = std::make_unique<MessageWindow>(
+            name, form, view.form, "OKLabel", view.OKLabel,
+            std::vector<MessageWindow::Button>{
+                {"OKButton", view.OKButton, [&form] { form.unload(); }}});
+        window->setWindowTitle(QLatin1String(title));
+        return window;
+    };
+    add(views.messages.plainBox.form, [this, &views, messageWindow] {
+        auto box = messageWindow("plainBox", ProgramTitle, program.messages.plainBox(),
+                                 views.messages.plainBox);
         box->setWindowModality(Qt::ApplicationModal);
         return box;
     });
-    add(views.messages.dlgYesNo.form, [this, &views] {
-        return std::make_unique<QuestionWindow>(program.messages, views.messages.dlgYesNo);
-    });
+    add(views.messages.dlgYesNo.form,
+        [&messages = program.messages, &view = views.messages.dlgYesNo] {
+            auto question = std::make_unique<MessageWindow>(
+                "dlgYesNo", messages.dlgYesNo(), view.form, "YesNoText", view.YesNoText,
+                std::vector<MessageWindow::Button>{
+                    {"YesButton", view.YesButton, [&messages] { messages.answer(true); }},
+                    {"NoButton", view.NoButton, [&messages] { messages.answer(false); }}});
+            // It has no caption; a blank keeps the desktop from showing the program's name instead.
+            question->setWindowTitle(QStringLiteral(" "));
+            question->setAccessibleName(QStringLiteral("Question"));
+            return question;
+        });
     add(views.connect.form, [this, &views] {
         return std::make_unique<ConnectWindow>(program.connectForm, views.connect);
     });
@@ -60,9 +77,8 @@ Windows::Windows(Program &shownProgram) : program(shownProgram) {
         });
     }
     // The last one, so that it comes up over the others.
-    add(views.messages.dlgOK.form, [this, &views] {
-        return std::make_unique<MessageWindow>("dlgOK", "Confirm", program.messages.dlgOK(),
-                                               views.messages.dlgOK);
+    add(views.messages.dlgOK.form, [this, &views, messageWindow] {
+        return messageWindow("dlgOK", "Confirm", program.messages.dlgOK(), views.messages.dlgOK);
     });
     program.pump.show = [this] { refresh(); };
 }

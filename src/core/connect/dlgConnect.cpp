@@ -132,10 +132,14 @@ void dlgConnect::IPAddressQuadConnect_Change(const AddressPlace &before, const s
 void dlgConnect::IPAddressQuadConnect_Backspace(int box) { address.backspace(box); }
 
 void dlgConnect::IPAddressQuadConnect_Enter(int box) {
-    if (box + 1 < AddressEntry::BoxCount)
+    if (box + 1 < AddressEntry::BoxCount) {
         address.goTo(box + 1);
-    else if (view.Connect2IPButton.enabled)
-        Connect2IPButton_Click();
+    } else if (view.Connect2IPButton.enabled) {
+        guard.run(*this, [this] {
+            if (!connectNetwork())
+                focusOn("Connect2IPButton"); // as if it had been pressed
+        });
+    }
 }
 
 void dlgConnect::IPAddressQuadConnect_Left(int box) {
@@ -165,7 +169,7 @@ void dlgConnect::chooseNetwork() {
     address.goTo(0);
 }
 
-void dlgConnect::connectNetwork() {
+bool dlgConnect::connectNetwork() {
     const int mine = takeOver();
     connecting = true;
     view.Connect2IPButton.enabled = false;
@@ -180,22 +184,23 @@ void dlgConnect::connectNetwork() {
             network.SetupConnectIP();
     }
     if (!isShowing(mine))
-        return;
+        return true;
     connecting = false;
     if (link.IPConnectedFlag) {
         link.LinkMadeCode = 1;
         display.refreshAll();
         unload();
-        return;
+        return true;
     }
     // The last attempt must not come through behind the user's back.
     network.IPCheckifPortOpenwithClose();
     user.ShowMessage("Unable to connect using that IP address, check the address and try again.",
                      link.ConnectFailure);
     if (!isShowing(mine))
-        return;
+        return true;
     view.Label2.text = ConnectPrompt;
     view.Connect2IPButton.enabled = true;
+    return false;
 }
 
 void dlgConnect::chooseSerial() {

@@ -74,7 +74,8 @@ private:
     void tellPort(int port, const std::optional<LinkError> &failure);
     void choosePort(int port);
     void openPort(int port, int mine);
-    void connectNetwork();
+    /// @return false where it failed and the dialog is open for another try
+    bool connectNetwork();
 
     ConnectView &view;
     LinkState &link;
