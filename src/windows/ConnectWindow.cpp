@@ -23,14 +23,7 @@ ConnectWindow::ConnectWindow(dlgConnect &connectForm, const ConnectView &connect
     layout->addWidget(buildNetworkFrame());
     layout->addWidget(buildSerialFrame());
     layout->addStretch();
-    const StatusWidgets status = bindStatus(this, view.status);
-    auto *linkRow = new QHBoxLayout;
-    linkRow->addWidget(status.ZarnConnectedImage);
-    linkRow->addWidget(status.ZarnNotConnectedImage);
-    linkRow->addWidget(status.ZarnConnectedLabel, 1);
-    keepPlaceWhenHidden(status.ZarnConnectedLabel);
-    status.ZarnConnectedLabel->setMinimumHeight(grown(28));
-    layout->addLayout(linkRow);
+    keepPlaceWhenHidden(addLinkRow(layout, view.status, grown(28)));
     setFixedSize(grown(QSize(420, 300)));
     whenKey(Qt::Key_Escape, [this] { dialog.unload(); });
     leadByArrows();

@@ -4,7 +4,6 @@
 #include "ProgramLook.h"
 #include "start/ProgramTitle.h"
 
-#include <QHBoxLayout>
 #include <QMenuBar>
 #include <QVBoxLayout>
 
@@ -37,15 +36,7 @@ void StartWindow::buildLayout() {
     keepPlaceWhenHidden(hint);
     bind(hint, view.ToDisconnectPortLabel);
     layout->addWidget(hint);
-    const StatusWidgets status = bindStatus(this, view.status);
-    ZarnConnectedLabel = status.ZarnConnectedLabel;
-    auto *row = new QHBoxLayout;
-    row->setSpacing(grown(12));
-    row->addWidget(status.ZarnConnectedImage);
-    row->addWidget(status.ZarnNotConnectedImage);
-    row->addWidget(ZarnConnectedLabel, 1);
-    layout->addLayout(row);
-    ZarnConnectedLabel->setMinimumHeight(grown(32));
+    ZarnConnectedLabel = addLinkRow(layout, view.status, grown(32));
     ZarnConnectedLabel->whenPressed(
         [this] { report([this] { start.ZarnConnectedLabel_Click(); }); });
     layout->setSizeConstraint(QLayout::SetFixedSize);

@@ -110,13 +110,7 @@ UnitsWindow::UnitsWindow(dlgControlExisting &unitsForm, const UnitsView &unitsVi
     bind(StatusLabel, view.StatusLabel);
     announceChanges(StatusLabel);
     layout->addWidget(StatusLabel);
-    const StatusWidgets status = bindStatus(this, view.status);
-    auto *linkRow = new QHBoxLayout;
-    linkRow->addWidget(status.ZarnConnectedImage);
-    linkRow->addWidget(status.ZarnNotConnectedImage);
-    linkRow->addWidget(status.ZarnConnectedLabel, 1);
-    status.ZarnConnectedLabel->setMinimumHeight(grown(28));
-    layout->addLayout(linkRow);
+    addLinkRow(layout, view.status, grown(28));
     resize(grown(QSize(820, 480)).boundedTo(screen()->availableSize() * 9 / 10));
     whenKey(Qt::Key_Escape, [this] { dialog.Escape(); });
     leadByArrows();

@@ -9,8 +9,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLayout>
 #include <QMenu>
 #include <QScrollBar>
 #include <QShortcut>
@@ -176,6 +176,18 @@ Window::StatusWidgets Window::bindStatus(QWidget *parent, const LinkStatusView &
     statusWidgets.ZarnConnectedLabel->setAutoFillBackground(true);
     statusWidgets.ZarnConnectedLabel->setAlignment(Qt::AlignCenter);
     return statusWidgets;
+}
+
+PressLabel *Window::addLinkRow(QVBoxLayout *layout, const LinkStatusView &status, int height) {
+    bindStatus(this, status);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(layout->spacing());
+    row->addWidget(statusWidgets.ZarnConnectedImage);
+    row->addWidget(statusWidgets.ZarnNotConnectedImage);
+    row->addWidget(statusWidgets.ZarnConnectedLabel, 1);
+    statusWidgets.ZarnConnectedLabel->setMinimumHeight(height);
+    layout->addLayout(row);
+    return statusWidgets.ZarnConnectedLabel;
 }
 
 void Window::refresh() {

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPointer>
+#include <QVBoxLayout>
 #include <QWidget>
 
 #include <functional>
@@ -68,6 +69,10 @@ protected:
     };
     /// The status label and the two link pictures, which it makes as children of `parent`.
     StatusWidgets bindStatus(QWidget *parent, const LinkStatusView &status);
+    /// Adds a row of the pictures and the label to a layout of the window.
+    /// @param height of the label at least, in pixels
+    /// @return the label
+    PressLabel *addLinkRow(QVBoxLayout *layout, const LinkStatusView &status, int height);
 
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;

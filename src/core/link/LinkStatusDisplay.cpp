@@ -33,18 +33,16 @@ void LinkStatusDisplay::show(StatusWindow window, const std::string &caption, Li
         places.ToDisconnectPortLabel.visible = view.linkUp;
 }
 
-void LinkStatusDisplay::showConnectedOnCom(StatusWindow window) {
-    show(window, "Connected on COM" + std::to_string(link.SelectedCommPort),
-         LinkColour::ButtonFace);
-    views.at(static_cast<std::size_t>(window))->labelVisible = true;
-}
-
-void LinkStatusDisplay::showConnectedTo(StatusWindow window) {
-    show(window, "Connected to " + link.RemoteIPAddress, LinkColour::NetworkUp);
-}
-
-void LinkStatusDisplay::showNotConnected(StatusWindow window) {
-    show(window, "Not Connected", LinkColour::NotConnected);
+void LinkStatusDisplay::showLink(StatusWindow window) {
+    if (networkIsUp()) {
+        show(window, "Connected to " + link.RemoteIPAddress, LinkColour::NetworkUp);
+    } else if (serialIsUp()) {
+        show(window, "Connected on COM" + std::to_string(link.SelectedCommPort),
+             LinkColour::ButtonFace);
+        views.at(static_cast<std::size_t>(window))->labelVisible = true;
+    } else {
+        show(window, "Not Connected", LinkColour::NotConnected);
+    }
 }
 
 void LinkStatusDisplay::ShowConnectingProgress() {
@@ -61,24 +59,11 @@ void LinkStatusDisplay::showConnectDone() {
 
 void LinkStatusDisplay::ConnecthandleConnectionStatus() {
     link.LinkShownFlag = networkIsUp() || serialIsUp();
-    for (const StatusWindow window : DialogWindows) {
-        if (networkIsUp())
-            showConnectedTo(window);
-        else if (serialIsUp())
-            showConnectedOnCom(window);
-        else
-            showNotConnected(window);
-    }
+    for (const StatusWindow window : DialogWindows)
+        showLink(window);
 }
 
-void LinkStatusDisplay::HandleConnectionsStatus() {
-    if (serialIsUp())
-        showConnectedOnCom(StatusWindow::Panel);
-    else if (networkIsUp())
-        showConnectedTo(StatusWindow::Panel);
-    else
-        showNotConnected(StatusWindow::Panel);
-}
+void LinkStatusDisplay::HandleConnectionsStatus() { showLink(StatusWindow::Panel); }
 
 void LinkStatusDisplay::handleZarnConnectedFlag() {
     for (const StatusWindow window : {StatusWindow::Start, StatusWindow::Panel}) {
@@ -95,15 +80,9 @@ void LinkStatusDisplay::handleZarnConnectedFlag() {
 
 void LinkStatusDisplay::IPhandleConnectionStatus() {
     link.LinkShownFlag = serialIsUp() || networkIsUp();
-    if (serialIsUp()) {
-        showConnectedOnCom(StatusWindow::Start);
-    } else if (networkIsUp()) {
-        showConnectedTo(StatusWindow::Start);
-    } else {
-        showNotConnected(StatusWindow::Start);
-        if (link.LinkKind != SerialLinkKind)
-            showNotConnected(StatusWindow::Connect);
-    }
+    showLink(StatusWindow::Start);
+    if (!link.LinkShownFlag && link.LinkKind != SerialLinkKind)
+        showLink(StatusWindow::Connect);
 }
 
 void LinkStatusDisplay::refreshAll() {

@@ -46,10 +46,6 @@ public:
 
     LinkStatusDisplay(LinkState &linkState, const Places &statusPlaces);
 
-    void showConnectedOnCom(StatusWindow window);
-    void showConnectedTo(StatusWindow window);
-    void showNotConnected(StatusWindow window);
-
     /// "Connecting to ", the address and a run of dots for the current attempt, 0 to 6; any other
     /// attempt leaves the last text.
     void ShowConnectingProgress();
@@ -71,6 +67,7 @@ public:
 
 private:
     void show(StatusWindow window, const std::string &caption, LinkColour colour);
+    void showLink(StatusWindow window);
     [[nodiscard]] bool networkIsUp() const;
     [[nodiscard]] bool serialIsUp() const;
 
