@@ -2,8 +2,6 @@
 #include "Application.h"
 #include "support/rows.h"
 
-#include <QTextDocument>
-
 namespace {
 
 const std::string Queries = "\rSTA O A\rSTA O A\r";
@@ -40,7 +38,7 @@ class HandsTest : public QObject {
                 "KVN NAME = A<b>\r\nKVN TYPE = SERIAL\r\n"
                 "KVN NAME = B\r\nKVN TYPE = ETHER\r\nKVN IP = 192.168.1.20  \r\n";
             kvn.program.unit.SelectedUnitName = "A";
-            const std::string seen = play(kvn, first + steps + " ; end");
+            const std::string seen = play(kvn, first + steps + " ; in frmMain frame");
             return seen + (kvn.pump.ended() && kvn.visibleWindows().empty() ? "" : " stays");
         });
     }
@@ -48,19 +46,18 @@ class HandsTest : public QObject {
 private Q_SLOTS:
     // clang-format off
     void inTheStartWindow() {
-        const std::string Label = " see ZarnConnectedLabel ", Off = "Not Connected";
-        const std::string OnIt = "linked go ZarnConnectedLabel ";
+        const std::string Label = "see ZarnConnectedLabel ", Off = "Not Connected";
+        const std::string Linked = "panel in frmMain ", OnIt = Linked + "go ZarnConnectedLabel ";
         check("", {
-            {"linked" + Label + "point ZarnConnectedLabel" + Label, "Connected on COM7, Not Connected"},
-            {"linked right ZarnConnectedLabel slip ZarnConnectedLabel" + Label, "Connected on COM7"},
-            {OnIt + "key A hold Space +1! hold Return +1!" + Label, "Connected on COM7"},
-            {OnIt + "key Space" + Label, Off}, {OnIt + "key Enter" + Label, Off},
-            {OnIt + "key Return" + Label, Off},
-            {"menu Connect2 ; windows unit", "dlgConnect frmMain, 0A"}, {"menu ControlExisting windows", Units + " frmMain"},
+            {Linked + "right ZarnConnectedLabel slip ZarnConnectedLabel " + Label + "point ZarnConnectedLabel " + Label,
+             "Connected on COM7, Not Connected"},
+            {OnIt + "key A hold Space +1! hold Return +1! " + Label, "Connected on COM7"},
+            {OnIt + "key Space focus " + Label, "MainControl0, " + Off}, {OnIt + "key Enter " + Label, Off}, {OnIt + "key Return " + Label, Off},
+            {"menu Connect2 ; windows", "dlgConnect frmMain"}, {"menu ControlExisting windows", Units + " frmMain"},
             {"in frmMain key Ctrl+N in dlgControlExisting see AddFrame", "Add Corvane"},
             {"in frmMain key F10 focus key Esc focus key Alt+C focus key Esc focus",
              "Connect2, MainControl0, Connect2, MainControl0"},
-            {"in frmMain walk Down*2 walk Tab linked walk Backtab key Left walk Up*2 walk Down",
+            {"in frmMain walk Down*2 walk Tab panel in frmMain walk Backtab key Left walk Up*2 walk Down",
              "MainControl2, MainControl2, MainControl0, ZarnConnectedLabel, MainControl2, MainControl0, MainControl2"},
             {"ports 0 " + Connecting + "click ConnectSerialOption ; in frmMain point MainControl2 windows "
              "in dlgOK point OK windows ; in dlgConnect see ConnectSerialOption",
@@ -69,81 +66,73 @@ private Q_SLOTS:
 
     void inTheConnectionDialog() {
         check("", {
-            {Ethernet + "type 192.168.1.20 key Backspace*4 type 7ab address", "192.168.7*."},
-            {Ethernet + "type 13 key Home type 2 address", "213.*.."},
-            {Ethernet + "type 192.16. go IPAddressQuadConnect1 key Ctrl+A type 9 address", "192.9*.."},
+            {Ethernet + "type 192.168.1.20 key Backspace*4 type 7ab address "
+             "key Ctrl+A type 0 go ConnectIPOption address", "192.168.7*., 192.168.."},
             {Pasted + "address frame ; in frmMain click MainControl0 ; in dlgConnect address focus",
              "10.200.30.4*, 10.200.30.4, ConnectIPOption"},
             {Pasted + "go IPAddressQuadConnect0 key Return key Enter address key Return key Enter ; line windows",
              "10.200.[30]*.4, connect 10.200.30.4:23, KVN32x32Audio frmMain"},
-            {Pasted + "hold Return +1! go IPAddressQuadConnect0 hold Return +1-5+5-9 hold Enter +1! address ; line",
-             "10.[200]*.30.4, "},
             {Pasted + "refused key Return ; in dlgOK key Return ; in dlgConnect focus", "Connect2IP"},
             {Connecting + "focus walk Left walk Down walk Right key Right walk Left",
              "ConnectIPOption, ConnectIPOption, ConnectIPOption, ConnectSerialOption, ConnectIPOption"},
-            {"ports 2 " + Connecting + "key Right key Space ; walk Tab key Down*2 line key Return ; in dlgOK "
-             "key Return ; line in dlgConnect list SerialPortsCombo walk Tab",
-             "SerialPortsCombo, close, open 2 38400,N,8,1,  Comm1 [Comm2], Connect2Serial"},
-            {AtPorts + "key Down list SerialPortsCombo key Esc focus windows",
-             "[Comm1] Comm2 , SerialPortsCombo, dlgConnect frmMain"},
-            {AtPorts + "wheel SerialPortsCombo -120 list SerialPortsCombo", " Comm1  Comm2 "},
-            {AtPorts + "type C list SerialPortsCombo key Esc key Home key Esc ; windows", " Comm1 [Comm2], dlgConnect frmMain"},
-            {AtPorts + "walk Up walk Down", "ConnectIPOption, SerialPortsCombo"},
-            {Pasted + "walk Left*2 walk Up", "IPAddressQuadConnect3, IPAddressQuadConnect2, ConnectSerialOption"},
-            {AtPorts + "key End key Return ; line in dlgOK key Return ; line in dlgConnect click Connect2Serial ; windows",
-             "close, open 2 38400,N,8,1, KVN32x32Audio frmMain"}});
+            {Pasted + "hold Right +1! key Ctrl+A walk Right*2 go IPAddressQuadConnect3 walk Left*2 walk Up",
+             "IPAddressQuadConnect3, Connect2IP, IPAddressQuadConnect3, IPAddressQuadConnect2, ConnectSerialOption"},
+            {"ports 2 " + Connecting + "key Right key Space ; walk Tab walk Up walk Down key Down*2 line key Return ; "
+             "in dlgOK key Return ; line in dlgConnect list SerialPortsCombo walk Tab key Return ; windows",
+             "SerialPortsCombo, ConnectIPOption, SerialPortsCombo, close, open 2 38400,N,8,1,  Comm1 [Comm2], "
+             "Connect2Serial, KVN32x32Audio frmMain"},
+            {AtPorts + "wheel SerialPortsCombo -120 list SerialPortsCombo key Down list SerialPortsCombo key Esc focus "
+             "type C list SerialPortsCombo key Esc key End list SerialPortsCombo key Esc ; windows",
+             " Comm1  Comm2 , [Comm1] Comm2 , SerialPortsCombo,  Comm1 [Comm2],  Comm1 [Comm2], dlgConnect frmMain"}});
     }
 
     void amongTheUnits() {
-        const std::string Before = "A<b> SERIAL B ETHER IP 192.168.1.20";
+        const std::string Before = "A<b> SERIAL B ETHER IP 192.168.1.20", At = "list AvailList ";
         check("", {
-            {Editing + "see AddFrame focus list AvailList pick AvailList 1 unit "
-             "list ConnectChoiceList address click CancelCommand see AddFrame",
-             "Edit Corvane, AvailList,  A<b>  B , 2A,  SERIAL [ETHER], 192.168.1.20, Edit Corvane hidden"},
+            {Editing + "see AddFrame focus " + At + "pick AvailList 1 " + At +
+             "list ConnectChoiceList address pick AvailList 2 " + At + "click CancelCommand see AddFrame",
+             "Edit Corvane, AvailList,  A<b>  B ,  A<b> [B],  SERIAL [ETHER], 192.168.1.20,  A<b>  B , Edit Corvane hidden"},
             {Editing + "pick AvailList 1 go CntrlIPAddressQuad3 key Shift+Home key Backspace*2 type 5.6 "
              "click AddCommand file", "A<b> SERIAL B ETHER IP 192.168.15.6"},
-            {Editing + "pick AvailList 0 unit pick AvailList 2 unit list AvailList", "1A, 0A,  A<b>  B "},
-            {Adding + "see AddFrame focus type \u00C4\u20ACb hold Return +1! file key Return file",
-             "Add Corvane, Text3, " + Before + ", " + Before + " \u00C4b SERIAL"},
-            {Adding + "type C pick ConnectChoiceList 1 go CntrlIPAddressQuad0 type 1.2.3.4 key Enter file",
-             Before + " C ETHER IP 1.2.3.4"},
-            {Adding + "pick ConnectChoiceList 1 go Text3 walk Tab*3", "ControlledbyText, ConnectChoiceList, CntrlIPAddressQuad0"},
-            {Deleting + "see AddFrame pick AvailList 0 go CancelCommand key Return see AddFrame file",
-             "Delete Corvane, Delete Corvane hidden, " + Before},
+            {Adding + "see AddFrame focus type \u00C4\u20ACb hold Return +1! file pick ConnectChoiceList 1 walk Tab "
+             "type 1.2.3.4 key Enter file",
+             "Add Corvane, Text3, " + Before + ", CntrlIPAddressQuad0, " + Before + " \u00C4b ETHER IP 1.2.3.4"},
+            {Deleting + "pick AvailList 0 go CancelCommand key Return see AddFrame file",
+             "Delete Corvane hidden, " + Before},
             {Editing + "key Down*2 walk Up*2 walk Down*3 walk Up walk Left key Esc focus",
              "AvailList, ConnectChoiceList, ConnectChoiceList, CntrlIPAddressQuad0, AddCommand, CntrlIPAddressQuad0, "
              "AvailList, OptionsCommand1"},
-            {Deleting + "list AvailList key Down unit list AvailList key Down unit", " A<b>  B , 1A, [A<b>] B , 2A"},
-            {Deleting + "key Up unit", "1A"}, {Deleting + "key Home unit", "1A"}, {Deleting + "key Space unit", "1A"},
-            {Controlling + "see AddFrame double AvailList 1 unit ; unit windows",
-             "Control Corvane, 2A, 2B, KVN32x32Audio dlgControlExisting frmMain"}});
+            {Deleting + "key Down " + At + "key Down " + At, "[A<b>] B ,  A<b> [B]"},
+            {Deleting + "key Up " + At, "[A<b>] B "}, {Deleting + "key Home " + At, "[A<b>] B "},
+            {Controlling + "see AddFrame double AvailList 1 ; windows in KVN32x32Audio see KVNNameLabel",
+             "Control Corvane, KVN32x32Audio dlgControlExisting frmMain, B"}});
     }
 
     void onThePanel() {
         const std::string UpDown = volume("-19") + ", " + volume("-20");
         check("panel ", {
-            {"go GoToPresets click InVideoAudio32 state click Clear click InVideo25 state "
-             "click Clear click InAudio1 state focus", "Bi32v0, Vi25v0, Ai1v0, GoToPresets"},
-            {"click OutVidAud17 state click Clear click OutVideo16 state "
-             "click Clear click OutAudio32 state", "Bi0o17v0, Vi0o16v0, Ai0o32v0"},
-            {"point OutVolume3 state click VolumeUp sent click VolumeDown sent", "Bi0v3, " + UpDown},
+            {"go GoToPresets click InVideoAudio32 click OutVidAud17 click Take sent focus",
+             "Con 32(17)32F (17)" + Queries + ", GoToPresets"},
+            {"click InVideo25 click OutVideo16 click Take sent click Clear click InAudio1 click OutAudio32 click Take sent",
+             "Con 25(16)" + Queries + ", Con 1F (32)" + Queries},
+            {"point OutVolume3 see OutVolumeLabel click VolumeUp sent click VolumeDown sent", "Output 3 volume, " + UpDown},
             {"go OutVolume3 key + sent key - sent go InVideoConnected3 key + sent", UpDown + ", "},
-            {"wheel OutVolume3 -120 sent wheel OutVolume3 60 wheel OutVolume3 -60 sent", volume("-21") + ", "},
-            {"wheel OutVolume3 60 sent wheel OutVolume3 60 sent", ", " + volume("-19")},
+            {"wheel OutVolume3 -120 sent wheel OutVolume3 60 sent wheel OutVolume3 60 sent wheel OutVolume3 60 "
+             "wheel OutVolume3 -60 sent wheel OutVolume3 -60 sent",
+             volume("-21") + ", , " + volume("-20") + ", , " + volume("-21")},
             {"; wheel OutVolume3 -120 , wheel OutVolume3 120 ; sent", volume("-21")}, // one while another is under way
-            {"go OutVolume3 key A state key Space state go OutVolume4 key Return state "
-             "go OutVolume5 key Enter state", "Bi0v0, Bi0v3, Bi0v4, Bi0v5"},
-            {"see ConnectionHelp see disconnectHelp see AdjustingVolumes",
-             "How to Connect, How to Disconnect, Adjusting Volumes (if applicable)"},
-            {"key F10 focus key Esc key Alt+H focus key Esc", "ConnectionHelp, ConnectionHelp"}});
+            {"go OutVolume3 key A see VolumeUp key Space see OutVolumeLabel go OutVolume4 key Return see OutVolumeLabel "
+             "go OutVolume5 key Enter see OutVolumeLabel",
+             "Volume Up hidden, Output 3 volume, Output 4 volume, Output 5 volume"}});
         check("panel click InVideoAudio3 click OutVidAud1 go Take ", {
             {"key F9 sent", Taken}, {"key Return sent", Taken}, {"key Enter sent", Taken}, {"key Space sent", Taken},
             {"go InVideoAudio3 key Ctrl+Return sent focus", Taken + ", InVideoAudio3"},
             {"go OutVolume9 key Ctrl+Enter sent focus", Taken + ", OutVolume9"},
-            {"key Esc sent state", ", Bi3v0"}, {"key F10 key Esc focus state", "Take, Bi3o1v0"},
-            {"key Alt+H focus key Esc focus state", "ConnectionHelp, Take, Bi3o1v0"}, {"key F1 sent windows", ", KVN32x32Audio dlgInputConnect frmMain"},
-            {"hold F9 +1! hold Return +1! hold Enter +1! hold Space +1! hold Esc +1! hold F1 +1! sent state windows",
-             ", Bi3o1v0, KVN32x32Audio frmMain"}});
+            {"key Esc sent key F9 sent", ", Con 3()3F ()" + Queries}, {"key F10 key Esc focus key F9 sent", "Take, " + Taken},
+            {"key Alt+H focus key Esc focus key F9 sent", "ConnectionHelp, Take, " + Taken},
+            {"key F1 sent windows", ", KVN32x32Audio dlgInputConnect frmMain"},
+            {"hold F9 +1! hold Return +1! hold Enter +1! hold Space +1! hold Esc +1! hold F1 +1! sent windows key F9 sent",
+             ", KVN32x32Audio frmMain, " + Taken}});
     }
 
     void overThePanel() {
@@ -159,105 +148,66 @@ private Q_SLOTS:
             {"click InVideo25 from InVideo25 Tab from InVideo25 Down", "OutVideo1, OutVideo9"}, // past the disabled
             {"click GoToPresets in dlgPresets focus key Down key Right*3 focus walk Tab*3 key Down*3 focus",
              "NewPreset1, NewPreset12, ExecutePreset, ExitPresets, NewPreset12, ExecutePreset"},
-            {"from InVideoAudio1 Left", "InVideoAudio1"}, {"from InVideoAudio1 Up", "InVideoAudio1"},
-            {"from InVideoAudio16 Right", "InVideoAudio16"}, {"from OutAudio5 Down", "InAudioConnected5"},
-            {"from InAudio5 Right", "InVideo6"}, {"from InVideo5 Right walk Up", "InAudio5, InVideoAudio5"},
-            {"from Mute17 Up", "OutVolume32"}, {"from Mute25 Right*8", "Mute24"},
-            {"from OutVolume21 Down*2 walk Right", "Take, Clear"}, {"from OutVolume32 Down*2", "Exit"},
-            {"from Take Down", "VolumeUp"}, {"from GoToPresets Right*3", "Exit"}});
-        check("panel ", { // fewer columns below than above
-            {"from InVideo12 Down walk Right", "OutVidAud10, OutVidAud10"},
-            {"from Mute7 Down from Mute10 Down", "Take, Clear"},
-            {"from GoToPresets Tab", "Exit"}}, "KVN-8x4-RGBA"); // past what is hidden
+            {"from InVideoAudio1 Left from OutVolume5 Shift+Right from InVideoAudio16 Right from OutAudio5 Down "
+             "from OutVolume5 Right from InAudio5 Right from InVideo5 Right walk Up from Mute17 Up from Mute25 Right*8",
+             "InVideoAudio1, OutVolume5, InVideoAudio16, InAudioConnected5, "
+             "OutVolume6, InVideo6, InAudio5, InVideoAudio5, OutVolume32, Mute24"},
+            {"from OutVolume21 Down*2 walk Right from OutVolume32 Down*2 from Take Down from GoToPresets Right*3",
+             "Take, Clear, Exit, VolumeUp, Exit"}});
+        check("panel ", { // fewer columns below than above, and past what is hidden
+            {"from InVideo12 Down walk Right from Mute7 Down from Mute10 Down from GoToPresets Tab",
+             "OutVidAud10, OutVidAud10, Take, Clear, Exit"}}, "KVN-8x4-RGBA");
     }
 
     // A window system tells a repeat as a release and a press of the same moment.
     void withAKeyHeld() {
         check("panel go Take ", {
             {"hold F9 +100-600+600-625+625-650 sent", Once}, {"hold F9 +100-600+601-650 sent", Once}, // in a moment
-            {"hold F9 +100-600+602-650 sent", Twice}, {"hold F9 +0-0+0-0 sent", Twice}, // events without a time
+            {"hold F9 +100-600+602-650 sent", Twice}, {"hold F9 +0-0+0-0 sent", Twice}, // copies, without a time
             {"hold F9 +100-200 hold Space +200-250 sent", Twice}, // another key
             {"hold Return +100-600+600-625+625-650 sent", Once}, {"hold Space +100-600+600-625+625-650 sent", Once},
             {"hold Space +100-600!+600!-625+625-650 sent", Once}, {"hold Space +1-60!+60!-65!+65!-70 sent", Once},
             {"hold Space +100-600+600-650+900-950 sent", Twice},
-            {"bridge hold Space +100-600+600-625+625-650 ; sent", Once},
-            {"bridge hold Enter +100-600+600-625+625-650 ; sent", Once},
+            {"go OutVolume3 hold + +100-600+600-650 sent", volume("-19")},
             // A window that opens, or comes to light, under a held key does not get its repeats.
             {"go GoToPresets hold Space +100-600 in dlgPresets go ExitPresets hold Space +600-625+625-650 windows "
              "hold Escape +700-900+900 in KVN32x32Audio hold Escape -925+925-950 windows",
              "KVN32x32Audio dlgPresets frmMain, KVN32x32Audio frmMain"}});
         check(Adding + "type xy ", {
-            {"hold A +100-600+600-625+625-650 see Text3", "xyaaa"}, {"hold Space +1-60!+60!-65 see Text3", "xy  "},
-            {"hold Backspace +100-600+600-650 see Text3", ""},
-            {"hold Left +100-600+600-650 hold Delete +700-800+800 see Text3", ""}});
+            {"hold A +100-600+600-625+625-650 see Text3 hold Backspace +700-900+900-950 see Text3", "xyaaa, xya"},
+            {"hold Left +100-600+600-650 hold Delete +700-800+800 hold Space +900-960!+960!-965 see Text3", "  "}});
     }
     // clang-format on
 
     void canBeLeft() {
         ProgramFixture kvn;
-        Program &program = kvn.program;
-        const std::string text = "<b>Gr\u00F6\u00DFe\r\n2";
-        auto &[message, box, question] = program.views.messages;
-        message.OKLabel.text = box.OKLabel.text = question.YesNoText.text = text;
-        const std::string Keys = "key Return|key Escape|frame", Ok = "click OK|" + Keys;
-        const std::string Clears = "The Escape button clears all selections";
-        // Window, title and the texts that are the window's own, the ways to leave it.
-        // clang-format off
-        const std::vector<std::tuple<std::string, Form *, std::string, std::string>> windows{
-            {"dlgOK", &program.messages.dlgOK(), "Confirm|" + text + "|OK", Ok},
-            {"plainBox", &program.messages.plainBox(), "Corvane Controller 1.14|" + text + "|OK", Ok},
-            {"dlgYesNo", &program.messages.dlgYesNo(), " |" + text + "|No|Yes", "click Yes|click No|" + Keys},
-            {"frmAbout", &program.aboutForm, "About Corvane Controller 1.14|Corvane Controller 1.14|Version 1.14.0|"
-             "Controls Corvane audio/video matrix switchers\nover a serial port or TCP/IP.|OK", "click cmdOK|" + Keys},
-            {"dlgSetup", &program.setupForm, "Initializing Display|Setting Output|Setting Input", "frame"},
-            {"dlgConnect", &program.connectForm, "Connect to Zarn-Lt", "key Escape|frame"},
-            {"dlgControlExisting", &program.unitsForm, "Control Existing Corvane", "click OK|key Escape|frame"},
-            {"dlgPresets", &program.panelForm.presetsForm(), "Preset Handler", "click ExitPresets|key Escape|frame"},
-            {"dlgInputConnect", &program.helpForms[0],
-             "How to Connect Inputs to Outputs|To Connect inputs to Outputs:|You can connect inputs to outputs by "
-             "clicking the input's Vid/Aud, Vid, or Aud button. Then click the same button on the output to be "
-             "connected to, multiple outputs may be connected. Then click the TAKE button.|" + Clears + ".|OK", Ok},
-            {"dlgDisconnect", &program.helpForms[1], "Disconnecting Outputs|To Disconnect Outputs:|"
-             "Disconnecting outputs are a simple as selecting the output using the Aud, Vid or Vid/Aud button for the "
-             "output to disconnect, then click the Take button.|" + Clears + ".|OK", Ok},
-            {"VolumeHelpDialog", &program.helpForms[2], "Adjusting Volumes|To Adjust Ouput Volumes:|"
-             "You can adjust the volume of an output by clicking on the VOL XX area of the output status. The "
-             "volume up and volume down buttons will appear at the bottom of the screen.|" + Clears +
-             " from the screen.|OK", Ok}};
-        // clang-format on
-        const QRegularExpression named(QStringLiteral("_|[A-Z]"));
         std::string answers;
-        for (const auto &[name, form, texts, ways] : windows) {
-            for (const QString &way : QString::fromStdString(ways).split(u'|')) {
-                program.messageState.YesNoAnswer = true;
-                form->present();
+        const std::string Keys = "key Return|key Escape|frame", Ok = "click OK|" + Keys;
+        // In the order of the forms; the start window and the panel stay.
+        // clang-format off
+        const std::pair<std::string, std::string> windows[] = {
+            {"frmMain", ""}, {"dlgOK", Ok}, {"plainBox", Ok}, {"dlgYesNo", "click Yes|click No|key Tab frame|" + Keys},
+            {"dlgConnect", "key Escape|frame"}, {Units, "click OK|key Escape|frame"}, {"KVN32x32Audio", ""},
+            {"dlgPresets", "click ExitPresets|key Escape|frame"}, {"dlgSetup", "frame"}, {"frmAbout", "click cmdOK|" + Keys},
+            {"dlgInputConnect", Ok}, {"dlgDisconnect", Ok}, {"VolumeHelpDialog", Ok}};
+        // clang-format on
+        for (std::size_t index = 0; index < std::size(windows); ++index) {
+            const auto &[name, ways] = windows[index];
+            FormView *form = kvn.program.views.forms().at(index);
+            for (const QString &way :
+                 QString::fromStdString(ways).split(u'|', Qt::SkipEmptyParts)) {
+                kvn.program.messageState.YesNoAnswer = form->loaded = true;
+                ++form->raised;
                 kvn.windows.refresh();
-                QWidget *window = kvn.window(name);
-                QString found = window->windowTitle();
-                for (const auto *part : window->findChildren<QWidget *>()) {
-                    const QString said = part->property("text").toString();
-                    found += said.isEmpty() ? said : u'|' + said;
-                    QVERIFY2(said.isEmpty() || !part->objectName().isEmpty(), qPrintable(said));
-                    if (part->property("textFormat").toInt() != Qt::PlainText &&
-                        Qt::mightBeRichText(said))
-                        found += u" rich";
-                }
-                QCOMPARE((found + u'|').toStdString().substr(0, texts.size() + 1), texts + "|");
-                for (const auto *one : window->findChildren<QWidget *>(named)) {
-                    for (const auto *other : window->findChildren<QWidget *>(named))
-                        QVERIFY2(one == other || one->parent() != other->parent() ||
-                                     !one->isVisible() || !other->isVisible() ||
-                                     !one->geometry().intersects(other->geometry()),
-                                 name.c_str());
-                }
+                const QWidget *window = kvn.window(name);
                 QCOMPARE(window->isModal(), name == "plainBox" || name == "dlgConnect");
                 play(kvn, "in " + name + " " + way.toStdString());
-                QVERIFY2(!window->isVisible() && !form->isLoaded(), qPrintable(way));
+                QVERIFY2(!window->isVisible() && !form->loaded, qPrintable(way));
                 if (name == "dlgYesNo")
-                    answers += program.messages.answered() ? "yes " : "no ";
+                    answers += kvn.program.messages.answered() ? "yes " : "no ";
             }
         }
-        QCOMPARE(answers, std::string("yes no no no yes "));
+        QCOMPARE(answers, std::string("yes no yes no no yes "));
     }
 
     // The window system may not have noticed yet that it is closed.

@@ -20,7 +20,8 @@ inline void clickOnScreen(QWidget *control, Qt::MouseButton button = Qt::LeftBut
 }
 
 /// A click on a row of a list; beside the entries where there is no such row.
-inline void pick(QListWidget *list, int row, bool twice = false) {
+inline void pick(QWidget *widget, int row, bool twice = false) {
+    const auto *list = qobject_cast<QListWidget *>(widget);
     const QRect place = list->visualItemRect(list->item(row));
     const QPoint at = place.isValid() ? place.center() : list->viewport()->rect().bottomRight();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
@@ -28,20 +29,18 @@ inline void pick(QListWidget *list, int row, bool twice = false) {
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
 }
 
-/// Takes key events away and brings back copies without their time, as the bridge to assistive
-/// technologies does while one of them listens.
-class KeyBridge : public QObject {
-public:
-    KeyBridge() { QCoreApplication::instance()->installEventFilter(this); }
-    bool eventFilter(QObject *watched, QEvent *event) override {
-        const auto *key = dynamic_cast<QKeyEvent *>(event);
-        if (!key || key->type() == QEvent::ShortcutOverride || key->timestamp() == 0)
-            return false;
-        QCoreApplication::postEvent(
-            watched, new QKeyEvent(key->type(), key->key(), {}, key->text(), key->isAutoRepeat()));
-        return true;
+/// The address in a window's boxes: a star where the focus is, in brackets what is selected.
+inline std::string addressIn(const QWidget *window) {
+    QStringList all;
+    for (const auto *box :
+         window->findChildren<QLineEdit *>(QRegularExpression(QStringLiteral("Quad.*_[0-3]")))) {
+        QString text = box->text();
+        if (box->hasSelectedText())
+            text.insert(box->selectionEnd(), u']').insert(box->selectionStart(), u'[');
+        all += window->focusWidget() == box ? text + u'*' : text;
     }
-};
+    return all.join(u'.').toStdString();
+}
 
 /// Plays what the user does, in words, beginning in the start window. Steps have " ; " between them
 /// and 10 seconds, so that all that waits for time alone is over, or " , " and a moment; a step may
@@ -56,26 +55,22 @@ public:
 ///     key KEY        a key by Qt's name, to an open menu or list first; KEY*3: three times
 ///     hold KEY +1-9  its events as the window system tells them: "+" pressed or "-" released at
 ///                    these milliseconds, "!" marked as a repeat
-///     bridge         lets an assistive technology listen to the keys from now on
 ///     type TEXT      into what has the focus;   paste TEXT: with blanks around it
 ///     pick LIST ROW  a click on an entry;   double LIST ROW
-///     menu ITEM      of the window's menu;   frame: closes the window;   end: the start window
-///     panel          connects and opens the panel;   linked: the unit is on COM7, no panel opens
+///     menu ITEM      of the window's menu;   frame: closes the window
+///     panel          connects and opens the panel
 ///     refused        by every address;   ports 0, ports 2: so many exist
 /// @return what these words saw, ", " between them:
 ///     windows  see NAME  list NAME  address
 ///     focus: what has it, or the entry an open menu is at;   walk KEY: the same after each key
 ///     from NAME KEY  go, key and focus
 ///     sent: to the unit;   line: what was done to the link last;   file: the saved units
-///     unit: the number picked and the name controlled;   state: of the panel's selection
 inline std::string play(ProgramFixture &kvn, const std::string &steps) {
-    std::string seen;
-    bool any = false;
+    QStringList seen;
     std::string window = "frmMain";
     std::istringstream words; // of the step that is played
-    std::unique_ptr<KeyBridge> bridge;
-    Program &program = kvn.program;
     // clang-format off
+    const auto tell = [&](const std::string &what) { seen += QString::fromStdString(what); };
     const auto word = [&] { std::string read; words >> read; return read; };
     const auto next = [&] { return QString::fromStdString(word()); };
     const auto brief = [](QString name) {
@@ -89,7 +84,6 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
         });
     };
     const auto part = [&] { return qobject_cast<QWidget *>(thing()); };
-    const auto list = [&] { return qobject_cast<QListWidget *>(thing()); };
     const auto front = [&](const std::string &name) {
         kvn.window(window = name)->activateWindow();
         QCoreApplication::processEvents();
@@ -98,23 +92,23 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
         QWidget *top = QApplication::activePopupWidget() ? QApplication::activePopupWidget() : kvn.window(window);
         return top->focusWidget() ? top->focusWidget() : top;
     };
-    const auto focused = [&] {
+    const auto tellFocus = [&] {
         const QWidget *at = focus();
         if (const auto *menu = qobject_cast<const QMenu *>(at))
-            return menu->activeAction() ? brief(menu->activeAction()->objectName()) : "none";
-        const auto *ring = kvn.window(window)->findChild<QFocusFrame *>();
-        const bool marked = ring->isVisible() && ring->parent() == at->parent() && ring->geometry() == at->geometry();
-        return brief(at->objectName()) + (marked ? "" : " unmarked");
+            return tell(menu->activeAction() ? brief(menu->activeAction()->objectName()) : "none");
+        auto *ring = kvn.window(window)->findChild<QFocusFrame *>();
+        const bool marked = ring->isVisible() && ring->parent() == at->parent() && ring->geometry() == at->geometry() &&
+                            pixel(ring, 0, ring->height() / 2) == "#005fb8" &&
+                            !(at->property("readOnly").toBool() && at->property("hasSelectedText").toBool());
+        tell(brief(at->objectName()) + (marked ? "" : " unmarked"));
     };
     const auto keysOf = [](const QString &name) { return QKeySequence::fromString(name)[0]; };
-    const auto press = [&](const QString &name) {
-        const QStringList parts = name.split(u'*');
-        std::string places;
-        for (int times = parts.size() > 1 ? parts.back().toInt() : 1; times > 0; --times) {
-            QTest::keyClick(focus(), keysOf(parts.front()).key(), keysOf(parts.front()).keyboardModifiers());
-            places += (places.empty() ? "" : ", ") + focused();
+    const auto press = [&](const QString &name, const std::function<void()> &then = [] {}) {
+        const auto keys = keysOf(name.section(u'*', 0, 0));
+        for (int times = std::max(1, name.section(u'*', 1).toInt()); times > 0; --times) {
+            QTest::keyClick(focus(), keys.key(), keys.keyboardModifiers());
+            then();
         }
-        return places;
     };
     const auto hold = [&](Qt::Key key, const QString &events) {
         const QString text(QLatin1Char(QTest::keyToAscii(key)));
@@ -128,7 +122,8 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
             QApplication::sendEvent(focus(), &sent);
         }
     };
-    const std::map<std::string, std::function<void()>> acts{
+    const std::map<std::string, std::function<void()>> verbs{
+        {";", [] {}}, {",", [] {}},
         {"in", [&] { front(word()); }},
         {"click", [&] { kvn.click(window.c_str(), part()->objectName().toStdString()); }},
         {"point", [&] { clickOnScreen(part()); }},
@@ -140,42 +135,31 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
         {"go", [&] { part()->setFocus(); }},
         {"key", [&] { press(next()); }},
         {"hold", [&] { const Qt::Key key = keysOf(next()).key(); hold(key, next()); }},
-        {"bridge", [&] { bridge = std::make_unique<KeyBridge>(); }},
         {"type", [&] { for (const QChar letter : next())
                            QTest::sendKeyEvent(QTest::Click, focus(), Qt::Key_A, letter, Qt::NoModifier); }},
         {"paste", [&] { QGuiApplication::clipboard()->setText(u' ' + next() + u'\n');
                         press(QStringLiteral("Ctrl+V")); }},
-        {"pick", [&] { auto *in = list(); pick(in, std::stoi(word())); }},
-        {"double", [&] { auto *in = list(); pick(in, std::stoi(word()), true); }},
+        {"pick", [&] { QWidget *list = part(); pick(list, next().toInt()); }},
+        {"double", [&] { QWidget *list = part(); pick(list, next().toInt(), true); }},
         {"menu", [&] { qobject_cast<QAction *>(thing())->trigger(); }},
         {"frame", [&] { kvn.window(window)->close(); }},
-        {"end", [&] { kvn.window("frmMain")->close(); }},
         {"panel", [&] { kvn.openPanel(); kvn.takeWritten(); front("KVN32x32Audio"); }},
-        {"linked", [&] { program.link.LinkKind = SerialLinkKind; program.serial.OpenSerialPort(7);
-                         program.display.refreshAll(); kvn.windows.refresh(); }},
         {"refused", [&] { kvn.socket.host = FakeTcpSocket::Host::Refuses; }},
-        {"ports", [&] { kvn.serialPort.present = word() == "0" ? std::set<int>{} : std::set<int>{1, 2}; }}};
-    const std::map<std::string, std::function<std::string()>> looks{
-        {"windows", [&] { return kvn.visibleWindows(); }},
+        {"ports", [&] { kvn.serialPort.present = word() == "0" ? std::set<int>{} : std::set<int>{1, 2}; }},
+        {"windows", [&] { tell(kvn.visibleWindows()); }},
         {"see", [&] { QObject *at = thing(); const auto *action = qobject_cast<QAction *>(at);
-                      return action ? action->text().toStdString() : look(qobject_cast<QWidget *>(at)); }},
-        {"list", [&] { return entries(part()); }},
-        {"address", [&] { return addressIn(window); }},
-        {"focus", focused},
-        {"walk", [&] { return press(next()); }},
-        {"from", [&] { part()->setFocus(); press(next()); return focused(); }},
-        {"sent", [&] { return kvn.takeWritten(); }},
-        {"line", [&] { auto &log = kvn.socket.log.empty() ? kvn.serialPort.log : kvn.socket.log;
-                       return log.empty() ? "" : log.back(); }},
+                      tell(action ? action->text().toStdString() : look(qobject_cast<QWidget *>(at))); }},
+        {"list", [&] { tell(entries(part())); }},
+        {"address", [&] { tell(addressIn(kvn.window(window))); }},
+        {"focus", tellFocus},
+        {"walk", [&] { press(next(), tellFocus); }},
+        {"from", [&] { part()->setFocus(); press(next()); tellFocus(); }},
+        {"sent", [&] { tell(kvn.takeWritten()); }},
+        {"line", [&] { const auto &log = kvn.socket.log.empty() ? kvn.serialPort.log : kvn.socket.log;
+                       tell(log.empty() ? "" : log.back()); }},
         {"file", [&] { auto saved = QString::fromLatin1(kvn.files.contentsOf["program/KVNConfigurator.ini"]);
                        saved.remove(QRegularExpression(QStringLiteral("KVN|NAME|TYPE|=")));
-                       return saved.simplified().toStdString(); }},
-        {"unit", [&] { return std::to_string(program.savedUnits.SelectedBlockIndex) +
-                              program.unit.SelectedUnitName; }},
-        {"state", [&panel = program.panel] {
-                        std::string all = panel.PanelMode + ("i" + std::to_string(panel.CurrentInput));
-                        for (const auto &output : panel.SelectedOutputs) all += output.empty() ? "" : "o" + output;
-                        return all + "v" + std::to_string(panel.VolumeOutput); }}};
+                       tell(saved.simplified().toStdString()); }}};
     // clang-format on
     double due = 0.0;
     const QRegularExpression marks(QStringLiteral(" (?=[;,] )"));
@@ -183,15 +167,11 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
         due += step.startsWith(u',') ? 0.05 : 10.0;
         kvn.pump.in(due, [&, text = step.toStdString()] {
             std::istringstream outer = std::exchange(words, std::istringstream(text));
-            for (std::string verb = word(); !verb.empty(); verb = word()) {
-                if (const auto act = acts.find(verb); act != acts.end())
-                    act->second();
-                else if (verb != ";" && verb != ",")
-                    seen += (std::exchange(any, true) ? ", " : "") + looks.at(verb)();
-            }
+            for (std::string verb = word(); !verb.empty(); verb = word())
+                verbs.at(verb)();
             words = std::move(outer);
         });
     }
     kvn.pump.runFor(due + 10.0, [] { return false; });
-    return seen;
+    return seen.join(QStringLiteral(", ")).toStdString();
 }

@@ -7,7 +7,6 @@
 #include <QComboBox>
 #include <QListWidget>
 #include <QRegularExpression>
-#include <QTextDocumentFragment>
 
 #include <string>
 
@@ -58,56 +57,40 @@ struct NamedControl {
     Control *control;
 };
 
-// clang-format off
-/// The names of controls and where they are.
-#define LISTED(...) #__VA_ARGS__, {__VA_ARGS__}
-// clang-format on
-
 /// All controls of all views.
 inline std::vector<NamedControl> controlsOf(Views &views) {
     auto &[main, messages, c, u, panel, presets, setup, about, help] = views;
-    std::vector<NamedControl> all;
-    const auto add = [&all](const char *window, const char *names,
-                            const std::vector<Control *> &controls) {
-        static const QRegularExpression notOfTheName(QStringLiteral("&\\w+.|\\.control|\\]"));
-        QStringList words = QString::fromLatin1(names)
-                                .remove(notOfTheName)
-                                .replace(u'[', u'_')
-                                .split(QStringLiteral(", "));
-        for (Control *control : controls)
-            all.push_back({window, words.takeFirst().toStdString(), control});
-    };
-    const auto addRow = [&all](const char *window, const char *name, auto &row) {
-        for (int slot = 1; slot <= row.last(); ++slot)
-            all.push_back({window, name + ("_" + std::to_string(slot)), &row[slot]});
-    };
-    // clang-format off
-    add("frmMain", LISTED(&main.MainControlButton_0, &main.MainControlButton_2, &main.ToDisconnectPortLabel));
-    add("dlgConnect", LISTED(&c.Frame1, &c.ConnectIPOption, &c.ConnectSerialOption, &c.IPAddressFrame,
-        &c.Connect2IPButton, &c.Label2, &c.SerialConnectionFrame, &c.Label1, &c.SerialPortsCombo.control,
-        &c.Connect2SerialButton));
-    add("dlgControlExisting", LISTED(&u.OptionsFrame, &u.OptionsCommand[0], &u.OptionsCommand[1],
-        &u.OptionsCommand[2], &u.OptionsCommand[3], &u.OKButton, &u.AddCorvaneFrame, &u.Label2_0, &u.Label2_1,
-        &u.Text3, &u.AvailCorvanesList.control, &u.Label3, &u.ConnectChoiceList.control, &u.ControlledbyText,
-        &u.IPAddressFrame, &u.AddCorvaneCommand, &u.CancelCommand, &u.StatusLabel));
-    add("dlgPresets", LISTED(&presets.ExecutePresetButton, &presets.ExitPresets));
-    #undef LISTED
+// clang-format off
+    #define MAIN(name) {"frmMain", #name, &main.name}
+    #define CONNECT(name) {"dlgConnect", #name, &c.name}
+    #define UNITS(name) {"dlgControlExisting", #name, &u.name}
+    std::vector<NamedControl> all{
+        MAIN(MainControlButton_0), MAIN(MainControlButton_2), MAIN(ToDisconnectPortLabel), CONNECT(Frame1),
+        CONNECT(ConnectIPOption), CONNECT(ConnectSerialOption), CONNECT(IPAddressFrame), CONNECT(Connect2IPButton),
+        CONNECT(Label2), CONNECT(SerialConnectionFrame), CONNECT(Label1), CONNECT(Connect2SerialButton),
+        {"dlgConnect", "SerialPortsCombo", &c.SerialPortsCombo.control}, UNITS(OptionsFrame), UNITS(OKButton),
+        UNITS(AddCorvaneFrame), UNITS(Label2_0), UNITS(Label2_1), UNITS(Text3), UNITS(Label3), UNITS(ControlledbyText),
+        {"dlgControlExisting", "AvailCorvanesList", &u.AvailCorvanesList.control}, UNITS(IPAddressFrame),
+        {"dlgControlExisting", "ConnectChoiceList", &u.ConnectChoiceList.control}, UNITS(AddCorvaneCommand),
+        UNITS(CancelCommand), UNITS(StatusLabel), {"dlgPresets", "ExitPresets", &presets.ExitPresets},
+        {"dlgPresets", "ExecutePresetButton", &presets.ExecutePresetButton}};
+    #undef MAIN
+    #undef CONNECT
+    #undef UNITS
     // clang-format on
+    for (std::size_t index = 0; index < u.OptionsCommand.size(); ++index)
+        all.push_back({"dlgControlExisting", "OptionsCommand_" + std::to_string(index),
+                       &u.OptionsCommand.at(index)});
+    const auto addRow = [&all](const char *window, const std::string &name, auto &row) {
+        for (int slot = 1; slot <= row.last(); ++slot)
+            all.push_back({window, name + "_" + std::to_string(slot), &row[slot]});
+    };
     addRow("dlgPresets", "NewPresetButton", presets.NewPresetButton);
     for (const SingleControl &single : SingleControls)
         all.push_back({"KVN32x32Audio", single.name, &(panel.*single.control)});
     for (const SlotArray &array : SlotArrays)
         addRow("KVN32x32Audio", array.name, panel.*array.controls);
     return all;
-}
-
-/// What the pointer shows at a widget, and what is spoken of it.
-inline std::string hints(const QWidget *widget) {
-    return QTextDocumentFragment::fromHtml(widget->toolTip())
-               .toPlainText()
-               .remove(QChar(0x200B))
-               .toStdString() +
-           "/" + widget->accessibleDescription().toStdString();
 }
 
 /// The entries of a list, the chosen one in brackets, or the marked one of a list dropped down.
@@ -122,23 +105,6 @@ inline std::string entries(QWidget *widget) {
     for (int row = 0; row < model->rowCount(); ++row) {
         const std::string text = model->index(row, 0).data().toString().toStdString();
         all += row == chosen ? "[" + text + "]" : " " + text + " ";
-    }
-    return all;
-}
-
-/// The address in a window's boxes: a star where the focus is, in brackets what is selected.
-inline std::string addressIn(const std::string &window) {
-    std::string all;
-    for (const auto *box : ProgramFixture::window(window)->findChildren<QLineEdit *>(
-             QRegularExpression(QStringLiteral("Quad.*_[0-3]")))) {
-        QString text = box->text();
-        if (box->hasSelectedText())
-            text.insert(box->selectionEnd(), u']').insert(box->selectionStart(), u'[');
-        all += (box->objectName().endsWith(u'0') ? "" : ".") + text.toStdString();
-        all += box->window()->focusWidget() == box ? "*" : "";
-        const QWidget *row = box->parentWidget();
-        if (row->isVisible() && !row->parentWidget()->contentsRect().contains(row->geometry()))
-            all += " out of its frame";
     }
     return all;
 }
