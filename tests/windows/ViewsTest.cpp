@@ -7,12 +7,10 @@
 #include <QProxyStyle>
 #include <QScreen>
 #include <QScrollBar>
-#include <QStyle>
 #include <QTemporaryFile>
 #include <QToolTip>
 
 #include <optional>
-#include <set>
 
 namespace {
 
@@ -20,25 +18,18 @@ constexpr const char *Units = "dlgControlExisting";
 constexpr const char *Panel = "KVN32x32Audio";
 
 // clang-format off
-/// A window, or a control in it, and the role, name, state and description that are spoken.
-constexpr const char *Spoken = R"(frmMain = Window Corvane Controller 1.14; KVN32x32Audio = Window Corvane Control Panel
-dlgConnect = Dialog Connect to Zarn-Lt; dlgControlExisting = Dialog Control Existing Corvane
-dlgPresets = Dialog Preset Handler; dlgSetup = Dialog Initializing Display; frmAbout = Dialog About Corvane Controller 1.14
-frmAbout picIcon = Graphic Corvane Controller 1.14; dlgYesNo = AlertMessage Question:Sure?; dlgOK = AlertMessage Confirm:Failed./why
-dlgInputConnect = Dialog How to Connect Inputs to Outputs; KVN32x32Audio HlpFiles = PopupMenu Help Files
-KVN32x32Audio InputVideoLamp_3 = Graphic Input 3 video lamp:unlit; frmMain ZarnConnectedLabel = StaticText Connected on COM7
-KVN32x32Audio MuteButton_3 = Button Output 3 mute on:video from input 3, audio from input 3, volume -20, muted
-KVN32x32Audio MuteButton_4 = Button Output 4 mute off:video from input 4, audio from input 4, volume -20, not muted
-KVN32x32Audio InputVideoButtons_5 = Button Input 5 video on:video to output 5, audio to output 5
-KVN32x32Audio InputVideoButtons_6 = Button Input 6 video off:video to output 6, audio to output 6
-dlgPresets NewPresetButton_5 = Button Preset 5 on; dlgPresets NewPresetButton_6 = Button Preset 6 off
-dlgConnect ConnectIPOption = RadioButton Ethernet on; dlgConnect SerialPortsCombo = ComboBox Serial ports:Comm7. why
-dlgConnect IPAddressQuadConnect_2 = EditableText Address part )" R"(3
-dlgConnect ZarnConnectedImage = Graphic Link up; dlgConnect ZarnNotConnectedImage = Graphic Link down
-dlgControlExisting Text3 = EditableText Unit name
-dlgControlExisting AvailCorvanesList = List Saved units; dlgControlExisting ConnectChoiceList = List Connection kind
-dlgControlExisting ControlledbyText = EditableText Controlled via)";
-
+/// Some of what is spoken: role, name, state and description. The link is on COM7, input 5 is picked.
+constexpr const char *Spoken = R"(Window Corvane Controller 1.14; Window Corvane Control Panel; Dialog Connect to Zarn-Lt
+Dialog Control Existing Corvane; Dialog Preset Handler; Dialog Initializing Display; StaticText Setting Output
+StaticText Setting Input; Dialog About Corvane Controller 1.14; StaticText Version 1.14.0; Graphic Corvane Controller 1.14
+AlertMessage Question:<b>Größe; AlertMessage Confirm:<b>Größe/why; AlertMessage Corvane Controller 1.14:<b>Größe
+Graphic Input 3 video lamp:unlit; Graphic Input 5 video lamp:lit; StaticText Connected on COM7
+Button Output 3 mute on:video from input 3, audio from input 3, volume -20, muted
+Button Output 4 mute off:video from input 4, audio from input 4, volume -20, not muted
+Button Input 5 video on:video to output 5, audio to output 5; Button Input 6 video off:video to output 6, audio to output 6
+Button Preset 5 on; Button Preset 6 off; RadioButton Ethernet on; ComboBox Serial ports:Comm7. why
+EditableText Address part 3; Graphic Link up; EditableText Unit name; List Saved units; List Connection kind
+EditableText Controlled via; ScrollBar Scroll up and down)";
 // clang-format on
 
 /// Whether one colour can be read on the other.
@@ -50,38 +41,35 @@ QAccessibleInterface *spoken(QObject *object) {
     return QAccessible::queryAccessibleInterface(object);
 }
 
-/// The window of that name, or with a second word a control in it.
-QAccessibleInterface *spokenAt(const std::string &names) {
-    const QStringList words = QString::fromStdString(names).split(u' ');
-    QWidget *window = ProgramFixture::window(words[0].toStdString());
-    return spoken(words.size() == 1 ? window : window->findChild<QWidget *>(words[1]));
+/// Everything that is seen, from `thing` on, and that a user can meet, as in `Spoken`.
+QStringList met(QAccessibleInterface *thing) {
+    if (!thing || thing->state().invisible)
+        return {};
+    QStringList all;
+    if (thing->role() != QAccessible::Client && thing->role() != QAccessible::Notification) {
+        const QAccessible::State state = thing->state();
+        const QString more = thing->text(QAccessible::Description).replace(u'\n', u'/');
+        all += QVariant::fromValue(thing->role()).toString() + u' ' +
+               thing->text(QAccessible::Name).trimmed() +
+               QLatin1String(!state.checkable ? ""
+                             : state.checked  ? " on"
+                                              : " off") +
+               (more.isEmpty() ? more : u':' + more);
+    }
+    for (int index = 0; index < thing->childCount(); ++index)
+        all += met(thing->child(index));
+    return all;
 }
 
 /// What the windows hold to be spoken, with a bar behind each; it is gone then.
 std::string notices() {
     std::string all;
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        for (auto *part : window->findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
-            const std::string text = part->accessibleName().toStdString();
-            if (spoken(part)->role() != QAccessible::Notification || text.empty())
-                continue;
-            all += text + "|";
-            part->setAccessibleName(QString());
-        }
-    }
-    return all;
-}
-
-/// Everything that is seen, from `thing` on, and that a user can meet.
-std::vector<QAccessibleInterface *> met(QAccessibleInterface *thing) {
-    std::vector<QAccessibleInterface *> all;
-    if (!thing || thing->state().invisible)
-        return all;
-    if (!std::set{QAccessible::Client, QAccessible::Notification}.contains(thing->role()))
-        all.push_back(thing);
-    for (int index = 0; index < thing->childCount(); ++index) {
-        const auto below = met(thing->child(index));
-        all.insert(all.end(), below.begin(), below.end());
+    for (QWidget *part : QApplication::allWidgets()) {
+        const std::string text = part->accessibleName().toStdString();
+        if (text.empty() || spoken(part)->role() != QAccessible::Notification)
+            continue;
+        all += text + "|";
+        part->setAccessibleName(QString());
     }
     return all;
 }
@@ -95,113 +83,108 @@ class ViewsTest : public QObject {
 
     std::optional<ProgramFixture> kvn;
 
+    /// Opens every window.
+    Views &openAll() {
+        kvn->openPanel();
+        kvn->program.panelForm.presetsForm().LoadForm();
+        Views &views = kvn->program.views;
+        for (FormView *form : views.forms())
+            form->loaded = true;
+        kvn->windows.refresh();
+        return views;
+    }
+
 private Q_SLOTS:
     void init() { kvn.emplace(UnitOptions{.model = "KVN-32x32-RGBA"}); }
 
     void showTheLink() {
-        Views &views = kvn->program.views;
-        for (const auto &[window, form, status] :
-             {std::tuple("frmMain", &views.main.form, &views.main.status),
-              {"dlgConnect", &views.connect.form, &views.connect.status},
-              {Units, &views.units.form, &views.units.status},
-              {Panel, &views.panel.form, &views.panel.status}}) {
-            form->loaded = true;
-            for (const auto &[colour, colours] :
-                 {std::pair(LinkColour::ButtonFace, "#e0e0e0 #1c2128"),
-                  {LinkColour::NetworkUp, "#ff8000 #1c2128"},
-                  {LinkColour::SerialUp, "#00c000 #ffffff"},
-                  {LinkColour::SerialDown, "#c00000 #ffffff"},
-                  {LinkColour::NotConnected, "#ff0000 #ffffff"}}) {
-                const bool hidden = colour == LinkColour::SerialUp, up = !status->linkUp;
-                *status = {"<b>" + std::string(colours), colour, up, !hidden};
-                kvn->windows.refresh();
-                auto *label = kvn->part(window, "ZarnConnectedLabel");
-                QCOMPARE(look(label), status->caption + (hidden ? " hidden" : ""));
-                const QString ink = label->palette().windowText().color().name();
-                QCOMPARE(pixel(label, 1, 1) + " " + ink.toStdString(), std::string(colours));
-                auto *image =
-                    kvn->part(window, up ? "ZarnConnectedImage" : "ZarnNotConnectedImage");
-                auto *other =
-                    kvn->part(window, up ? "ZarnNotConnectedImage" : "ZarnConnectedImage");
-                QVERIFY(!image->isHidden() && other->isHidden());
-                const std::string plug =
-                    pixel(image, image->width() * 20 / 56, image->height() / 2);
-                QCOMPARE(plug, std::string(up ? "#148c3c" : "#b02828"));
-                QCOMPARE(pixel(image, image->width() / 2, image->height() * 11 / 28) == plug, up);
-            }
+        LinkStatusView &status = openAll().main.status;
+        for (const auto &[colour, up, looks] :
+             {std::tuple(LinkColour::ButtonFace, true, "<b> #e0e0e0 #1c2128 #148c3c #148c3c"),
+              {LinkColour::NetworkUp, false, "<b> #ff8000 #1c2128 #b02828 #eef0f3"},
+              {LinkColour::SerialUp, true, "<b> hidden #00c000 #ffffff #148c3c #148c3c"},
+              {LinkColour::SerialDown, false, "<b> #c00000 #ffffff #b02828 #eef0f3"},
+              {LinkColour::NotConnected, true, "<b> #ff0000 #ffffff #148c3c #148c3c"}}) {
+            status = {"<b>", colour, up, colour != LinkColour::SerialUp};
+            kvn->windows.refresh();
+            auto *label = kvn->part("frmMain", "ZarnConnectedLabel");
+            auto *linked = kvn->part("frmMain", "ZarnConnectedImage");
+            auto *down = kvn->part("frmMain", "ZarnNotConnectedImage");
+            QVERIFY(linked->isHidden() != down->isHidden());
+            auto *image = linked->isHidden() ? down : linked;
+            const int width = image->width(), height = image->height();
+            const std::string ink = label->palette().windowText().color().name().toStdString();
+            QCOMPARE(look(label) + " " + pixel(label, 1, 1) + " " + ink + " " +
+                         pixel(image, width * 20 / 56, height / 2) + " " +
+                         pixel(image, width / 2, height * 11 / 28), // within and between the plugs
+                     std::string(looks));
         }
     }
 
     void areSpokenAndPressed() {
-        Views &views = kvn->program.views;
-        kvn->openPanel();
+        Views &views = openAll();
         kvn->click(Panel, "InputVideoButtons_5");
-        kvn->program.panelForm.presetsForm().LoadForm();
-        for (FormView *form : views.forms())
-            form->loaded = true;
         views.connect.IPAddressFrame.visible = views.connect.SerialConnectionFrame.visible = true;
         views.units.AddCorvaneFrame.visible = views.units.IPAddressFrame.visible = true;
         views.units.AvailCorvanesList.entries.resize(30, "A"); // more than there is room for
-        kvn->windows.refresh();
-        std::size_t count = 0;
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            std::set<QString> frames;
-            for (QAccessibleInterface *thing : met(spoken(window))) {
-                const QString name = thing->text(QAccessible::Name);
-                const bool twice =
-                    thing->role() == QAccessible::Grouping && !frames.insert(name).second;
-                QVERIFY2(!name.trimmed().isEmpty() && !twice,
-                         qPrintable(window->objectName() + u' ' + name));
-                ++count;
-            }
-        }
-        QVERIFY2(count > 32 * 16 + 32 + 60, qPrintable(QString::number(count)));
-
-        ListControl &ports = views.connect.SerialPortsCombo;
-        QCOMPARE(kvn->part<QComboBox>("dlgConnect", "SerialPortsCombo")->placeholderText(),
-                 QStringLiteral("Select Port"));
-        ports = {.control = {.description = "why"}, .entries = {"Comm3", "Comm7"}, .chosen = 1};
-        views.messages.dlgOK.OKLabel = {.text = "Failed.", .description = "why"};
-        views.messages.dlgYesNo.YesNoText.text = "Sure?";
-        views.connect.ConnectIPOption.lit = true;
+        views.connect.SerialPortsCombo = {.control = {.text = "Select Port", .description = "why"},
+                                          .entries = {"Comm3", "Comm7"},
+                                          .chosen = 1};
+        views.messages.dlgOK.OKLabel = {.text = "<b>Größe", .description = "why"};
+        views.messages.plainBox.OKLabel.text = views.messages.dlgYesNo.YesNoText.text = "<b>Größe";
+        views.connect.ConnectIPOption.lit = views.panel.InputVideoLamp[5].lit = true;
         views.panel.MuteButton[3] = {.text = "Mute", .face = Face::Muted};
         views.panel.MuteButton[4] = {.text = "Mute", .face = Face::Unmuted};
         views.presets.NewPresetButton[5].face = Face::Chosen;
         kvn->windows.refresh();
-        for (const QString &row : QString::fromLatin1(Spoken)
-                                      .replace(u'\n', QStringLiteral("; "))
-                                      .split(QStringLiteral("; "))) {
-            const QStringList sides = row.split(QStringLiteral(" = "));
-            QAccessibleInterface *thing = spokenAt(sides[0].toStdString());
-            const QAccessible::State state = thing->state();
-            QString all = QVariant::fromValue(thing->role()).toString() + u' ';
-            all += thing->text(QAccessible::Name);
-            all += QLatin1String(!state.checkable ? "" : state.checked ? " on" : " off");
-            const QString more = thing->text(QAccessible::Description).replace(u'\n', u'/');
-            QCOMPARE(more.isEmpty() ? all : all + u':' + more, sides[1]);
+        QStringList all, expected = QString::fromUtf8(Spoken)
+                                        .replace(u'\n', QStringLiteral("; "))
+                                        .split(QStringLiteral("; "));
+        for (const HelpText &help : HelpTexts) {
+            expected += QStringLiteral("Dialog ") + QLatin1String(help.caption);
+            for (const char *const paragraph : help.paragraphs)
+                expected += QStringLiteral("StaticText ") + QLatin1String(paragraph);
         }
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            const QStringList here = met(spoken(window));
+            QCOMPARE(here.filter(QRegularExpression(QStringLiteral("^\\w+ (:.*)?$"))),
+                     QStringList());
+            QCOMPARE(here.filter(QStringLiteral("Grouping ")).removeDuplicates(), 0);
+            for (const auto *label : window->findChildren<QLabel *>())
+                QVERIFY(label->textFormat() == Qt::PlainText ||
+                        !Qt::mightBeRichText(label->text()));
+            all += here;
+        }
+        QVERIFY2(all.size() > 32 * 16 + 32 + 60, qPrintable(QString::number(all.size())));
+        QCOMPARE(all.count(QStringLiteral("Graphic Link up")), 4);
+        for (const QString &row : expected)
+            QVERIFY2(all.contains(row), qPrintable(row));
+        QCOMPARE(kvn->part<QComboBox>("dlgConnect", "SerialPortsCombo")->placeholderText(),
+                 QStringLiteral("Select Port"));
+
         const QString press = QAccessibleActionInterface::pressAction();
-        const auto actions = [](const char *names) { return spokenAt(names)->actionInterface(); };
+        const auto actions = [&](const char *window, const char *name) {
+            return spoken(kvn->part(window, name))->actionInterface();
+        };
+        const auto canPress = [&](const char *window) {
+            return actions(window, "ZarnConnectedLabel")->actionNames().contains(press);
+        };
         kvn->takeWritten();
-        actions("KVN32x32Audio MuteButton_3")->doAction(press);
+        actions(Panel, "MuteButton_3")->doAction(press);
         QTRY_COMPARE(kvn->serialPort.wire.written, std::string("MUT M 3\rSTA O A\rSTA O A\r"));
-        QVERIFY(!actions("KVN32x32Audio ZarnConnectedLabel")->actionNames().contains(press));
-        QVERIFY(actions("frmMain ZarnConnectedLabel")->actionNames().contains(press));
-        actions("frmMain ZarnConnectedLabel")->doAction(press);
+        QVERIFY(!canPress(Panel) && canPress("frmMain"));
+        actions("frmMain", "ZarnConnectedLabel")->doAction(press);
         QTRY_VERIFY(!kvn->serialPort.isOpen());
-        QVERIFY(!actions("frmMain ZarnConnectedLabel")->actionNames().contains(press));
+        QVERIFY(!canPress("frmMain"));
+        auto *ports = spoken(kvn->part("dlgConnect", "SerialPortsCombo"));
         for (const bool open : {true, false}) {
-            actions("dlgConnect SerialPortsCombo")->doAction(press);
-            QCOMPARE(spokenAt("dlgConnect SerialPortsCombo")->state().expanded != 0U, open);
-            QCOMPARE(spokenAt("dlgConnect SerialPortsCombo")->childCount() != 0, open);
+            ports->actionInterface()->doAction(press);
+            QVERIFY(ports->state().expanded == open && (ports->childCount() != 0) == open);
         }
     }
 
     void speakOfWhatChangesElsewhere() {
-        Views &views = kvn->program.views;
-        kvn->openPanel();
-        views.connect.form.loaded = true;
-        kvn->windows.refresh();
+        Views &views = openAll();
         notices();
         Control &volume = views.panel.OutputVolumeLabel;
         Control &progress = views.connect.Label2;
@@ -217,30 +200,29 @@ private Q_SLOTS:
             {[&] { take.face = Face::Neutral; }, "TAKE finished|"},
             {[&] { views.main.status.caption = views.panel.status.caption = "Lost"; }, "Lost|"}, // once, though two show it
             {[&] { views.panel.form.loaded = false; }, ""},
-            {[&] { views.panel.status.caption = "Nobody sees it"; }, ""}};
+            {[&] { views.panel.status.caption = volume.text = "Nobody sees it"; }, ""}};
         // clang-format on
-        for (const auto &[change, heard] : changes) {
+        for (const auto &[change, announced] : changes) {
             change();
             kvn->windows.refresh();
-            QCOMPARE(notices(), std::string(heard));
+            QCOMPARE(notices(), std::string(announced));
         }
     }
 
     void unitsShowWholeNames() {
-        for (int unit = 1; unit <= 8; ++unit)
-            kvn->files.contentsOf["program/KVNConfigurator.ini"] +=
-                "KVN NAME = Main auditorium, west wing, ground floor, rack " +
-                std::to_string(unit) + (unit == 8 ? std::string(200, '<') : "") +
-                "\r\nKVN TYPE = SERIAL\r\n";
         kvn->program.unitsForm.LoadForm();
         kvn->windows.refresh();
         const QSize opened = kvn->window(Units)->size();
         kvn->click(Units, "OptionsCommand_1");
+        auto &entries = kvn->program.views.units.AvailCorvanesList.entries;
+        entries.assign(7, "Main auditorium, west wing, ground floor, rack 1");
+        entries.emplace_back(200, '<');
+        kvn->windows.refresh();
         QCoreApplication::processEvents();
         for (const char *const name : {"AvailCorvanesList", "ConnectChoiceList"}) {
             const auto *list = kvn->part<QListWidget>(Units, name);
-            QCOMPARE(list->horizontalScrollBar()->maximum(), 0);
-            QCOMPARE(list->verticalScrollBar()->maximum(), 0);
+            QVERIFY(!list->horizontalScrollBar()->maximum() &&
+                    !list->verticalScrollBar()->maximum());
         }
         // Only a name that is cut is told by the pointer.
         auto *units = kvn->part<QListWidget>(Units, "AvailCorvanesList");
@@ -250,81 +232,63 @@ private Q_SLOTS:
             QCoreApplication::sendEvent(units->viewport(), &pointed);
             const QString tip = QToolTip::text().remove(QChar(0x200B));
             QCOMPARE(tip.contains(units->item(row)->text().toHtmlEscaped()), row == 7);
-            for (const QWidget *shown : QApplication::topLevelWidgets())
-                QVERIFY(!shown->inherits("QTipLabel") || shown->width() < 700);
         }
+        QVERIFY(kvn->window("qtooltip_label")->width() < 700);
         kvn->click(Units, "CancelCommand");
         QCoreApplication::processEvents();
         QCOMPARE(kvn->window(Units)->size(), opened);
     }
 
     void followTheDesktopsLightAndFont() {
-        std::map<QString, QSize> designed;
         const auto desktopIs = [](bool dark) {
             QApplication::setPalette(dark ? QPalette(QColor(49, 54, 59), QColor(42, 46, 50))
                                           : QPalette(QColor(224, 224, 224), QColor(239, 239, 239)));
         };
-        for (const auto &[started, dark, pixels] : {std::tuple(false, false, 12),
-                                                    {true, true, 26},
-                                                    {false, true, 26},
-                                                    {true, false, 12}}) {
+        for (const auto &[started, dark, pixels] :
+             {std::tuple(false, false, 12), {false, true, 26}, {true, false, 12}}) {
             desktopIs(started);
             QFont font = QApplication::font();
             font.setPixelSize(pixels);
             QApplication::setFont(font);
-            kvn.emplace();
-            kvn->openPanel();
-            kvn->program.panelForm.presetsForm().LoadForm();
-            for (FormView *form : kvn->program.views.forms())
-                form->loaded = true;
-            kvn->windows.refresh();
+            init();
+            openAll();
             desktopIs(dark);
             QCoreApplication::processEvents();
-            const QPalette program = QApplication::palette();
             const auto *style = qobject_cast<QProxyStyle *>(QApplication::style());
+            const QPalette program = QApplication::palette();
             QCOMPARE(style->baseStyle()->name() + program.color(QPalette::Highlight).name() +
                          program.color(QPalette::Link).name(), // as of the focus
                      QLatin1String(dark ? "fusion#1e62ba#2684f0" : "fusion#005fb8#005fb8"));
+            QCOMPARE(kvn->window("dlgConnect")->width(), 420 * std::max(13, pixels) / 13);
             for (QWidget *window : QApplication::topLevelWidgets()) {
                 const QString name = window->objectName();
                 if (!dynamic_cast<Window *>(window) || !window->isVisible())
                     continue;
-                const bool panel = name == QLatin1String(Panel);
-                const bool limited =
-                    name == QLatin1String(Units) || name == QLatin1String("dlgPresets") || panel;
-                const QSize size = designed.try_emplace(name, window->size()).first->second;
-                const QSize screen = window->screen()->availableSize();
-                QVERIFY2(limited ? window->width() <= screen.width() &&
-                                       window->height() <= screen.height()
-                                 : pixels == 12 || (window->width() >= size.width() * 1.8 &&
-                                                    window->height() >= size.height() * 1.7),
-                         qPrintable(name));
+                const QSize size = window->size(), screen = window->screen()->availableSize();
+                const bool fixed = size == window->minimumSize() && size == window->maximumSize();
+                QVERIFY2(fixed || size.boundedTo(screen) == size, qPrintable(name));
                 const QColor ground(QString::fromStdString(pixel(window, 0, window->height() - 1)));
                 QVERIFY2((ground.lightness() < 64) == dark && ground.lightness() != 0,
                          qPrintable(name));
                 for (const QWidget *part : window->findChildren<QWidget *>()) {
                     const QPalette &colours = part->palette();
-                    const QColor field = colours.color(QPalette::Base);
-                    const QString text = part->property("text").toString();
+                    const auto *box = qobject_cast<const QLineEdit *>(part);
+                    const bool typed = box && box->isEnabled() && !box->isReadOnly();
+                    const QColor under = colours.color(box ? QPalette::Base : QPalette::Window);
+                    const QColor ink = colours.color(box ? QPalette::Text : QPalette::WindowText);
                     bool right = true;
-                    if (part->inherits("QPushButton"))
-                        right = (panel || colours.button() == QColor(224, 224, 224)) &&
-                                (!part->isVisible() ||
-                                 part->fontMetrics().horizontalAdvance(text) < part->width());
-                    else if (part->inherits("QLabel") && part->isEnabled())
-                        right =
-                            differ(colours.windowText().color(),
-                                   part->autoFillBackground() ? colours.window().color() : ground);
-                    else if (const auto *box = qobject_cast<const QLineEdit *>(part))
+                    const QString text = part->property("text").toString();
+                    if (part->inherits("QPushButton") && part->isVisible())
+                        right = part->fontMetrics().horizontalAdvance(text) < part->width();
+                    else if (box || part->inherits("QLabel"))
                         // Only what takes typing looks like it.
-                        right = (field != ground) == (box->isEnabled() && !box->isReadOnly()) &&
-                                (!box->isEnabled() || differ(colours.text().color(), field));
+                        right = (!part->isEnabled() || differ(ink, under)) &&
+                                (!box || (under != ground) == typed);
                     QVERIFY2(right, qPrintable(name + u' ' + part->objectName()));
                 }
             }
-            auto *picture = kvn->part("frmAbout", "picIcon"); // between the points:
-            QCOMPARE(picture->accessibleName(), QStringLiteral("Corvane Controller 1.14"));
-            QCOMPARE(pixel(picture, picture->width() * 3 / 8, picture->height() * 3 / 8),
+            auto *icon = kvn->part("frmAbout", "picIcon"); // between the points:
+            QCOMPARE(pixel(icon, icon->width() * 3 / 8, icon->height() * 3 / 8),
                      std::string("#263242"));
             QCOMPARE(QApplication::palette("QMenu").color(QPalette::Window).lightness() < 64, dark);
         }
