@@ -76,19 +76,18 @@ private Q_SLOTS:
         view.MuteButton[32].text = "MUTED";
         view.KVNNameLabel = {.text = "<b>" + std::string(200, 'W')};
         kvn->click(Panel, "InputVideoAudioButtons_3");
-        for (const auto &[size, left, mark] : {std::tuple(QSize(698, 518), 0.0, 1),
-                                               {{1862, 1380}, 0.0, 4},
-                                               {{931, 900}, 0.0, 2},
-                                               {{1396, 690}, 232.5, 2}}) {
+        for (const auto &[size, scale, left, mark] : {std::tuple(QSize(698, 518), 0.75, 0.0, 1),
+                                                      {{1862, 1380}, 2.0, 0.0, 4},
+                                                      {{931, 900}, 1.0, 0.0, 2},
+                                                      {{1396, 690}, 1.0, 232.5, 2}}) {
             resize(size);
             QCOMPARE(sheet->size(), size);
-            // By width in twips and by the growth of what has more text.
-            const auto stands = [&, size = size, left = left](const std::string &name,
-                                                              const TwipRect &twips,
-                                                              Growth growth = Growth::None) {
+            // With all that its text needs.
+            const auto stands = [&, left = left, pixels = scale / 15](
+                                    const std::string &name, const TwipRect &twips, Growth growth) {
                 const QWidget *control = on(name);
                 const QRectF at = control->geometry();
-                const double pixels = sheetScale(size) / 15, width = twips.width * pixels;
+                const double width = twips.width * pixels;
                 const double more =
                     growth == Growth::None ? 0.0 : std::max(0.0, at.width() - width);
                 const double before = growth == Growth::ToBothSides ? more / 2 : 0.0;
@@ -104,13 +103,14 @@ private Q_SLOTS:
                 stands(single.name, single.place, single.growth);
             for (const SlotArray &array : SlotArrays) {
                 for (const int slot : {1, 16, 17, 32})
-                    stands(array.name + ("_" + std::to_string(slot)), slotRect(array, slot));
+                    stands(array.name + ("_" + std::to_string(slot)), slotRect(array, slot),
+                           Growth::None);
             }
             stands("ZarnConnectedLabel", {11580, 300, 1635, 255}, Growth::ToTheRight);
-            stands("InputAudioButtons_16", {13200, 1680, 375, 255});
-            stands("OutputVolumeValue_20", {2760, 7560, 735, 285});
-            stands("MuteButton_24", {6960, 7920, 735, 285}); // out of step
-            stands("MuteButton_32", {6120, 7920, 735, 285});
+            stands("InputAudioButtons_16", {13200, 1680, 375, 255}, Growth::None);
+            stands("OutputVolumeValue_20", {2760, 7560, 735, 285}, Growth::None);
+            stands("MuteButton_24", {6960, 7920, 735, 285}, Growth::None); // out of step
+            stands("MuteButton_32", {6120, 7920, 735, 285}, Growth::None);
             // The mark of what is picked, which leaves the caption its room.
             for (const int y : {mark, mark + 1}) {
                 auto *button = on("InputVideoAudioButtons_3");
@@ -164,13 +164,7 @@ private Q_SLOTS:
     }
 
     void panelFitsTheScreenAndScrolls() {
-        kvn.emplace();
-        // Its own frame is another one than that of the window that is open already.
-        kvn->window("frmMain")->setWindowFlag(Qt::FramelessWindowHint);
-        kvn->window("frmMain")->show();
-        kvn->openPanel();
-        QCoreApplication::processEvents();
-        window = kvn->window(Panel);
+        open();
         const QRect screen = window->screen()->availableGeometry();
         const QSize left = screen.size() - window->frameGeometry().size();
         QVERIFY(screen.contains(window->frameGeometry()) &&

@@ -23,14 +23,17 @@ constexpr const char *Spoken = R"(Window Corvane Controller 1.14; Window Corvane
 Dialog Control Existing Corvane; Dialog Preset Handler; Dialog Initializing Display; StaticText Setting Output
 StaticText Setting Input; Dialog About Corvane Controller 1.14; StaticText Version 1.14.0; Graphic Corvane Controller 1.14
 AlertMessage Question:<b>Größe; AlertMessage Confirm:<b>Größe/why; AlertMessage Corvane Controller 1.14:<b>Größe
-Graphic Input 3 video lamp:unlit; Graphic Input 5 video lamp:lit; StaticText Connected on COM7
+Graphic Input 3 video lamp:unlit; Graphic Input 5 video lamp:lit; Graphic Input 107 video lamp:unlit
+StaticText Connected on COM7; StaticText Connected on COM7 to press
 Button Output 3 mute on:video from input 3, audio from input 3, volume -20, muted
 Button Output 4 mute off:video from input 4, audio from input 4, volume -20, not muted
 Button Input 5 video on:video to output 5, audio to output 5; Button Input 6 video off:video to output 6, audio to output 6
 Button Preset 5 on; Button Preset 6 off; RadioButton Ethernet on; ComboBox Serial ports:Comm7. why
-EditableText Address part 3; Graphic Link up; EditableText Unit name; List Saved units; List Connection kind
+EditableText Address part 4; Graphic Link up; EditableText Unit name; List Saved units; List Connection kind
 EditableText Controlled via; ScrollBar Scroll up and down)";
 // clang-format on
+
+const QString Press = QAccessibleActionInterface::pressAction();
 
 /// Whether one colour can be read on the other.
 bool differ(const QColor &one, const QColor &other) {
@@ -48,12 +51,14 @@ QStringList met(QAccessibleInterface *thing) {
     QStringList all;
     if (thing->role() != QAccessible::Client && thing->role() != QAccessible::Notification) {
         const QAccessible::State state = thing->state();
+        const bool pressed = thing->role() == QAccessible::StaticText &&
+                             thing->actionInterface()->actionNames().contains(Press);
+        const QString name = thing->text(QAccessible::Name).trimmed();
         const QString more = thing->text(QAccessible::Description).replace(u'\n', u'/');
         all += QVariant::fromValue(thing->role()).toString() + u' ' +
-               thing->text(QAccessible::Name).trimmed() +
-               QLatin1String(!state.checkable ? ""
-                             : state.checked  ? " on"
-                                              : " off") +
+               (name.isEmpty() ? QStringLiteral("nameless") : name) +
+               QLatin1String(pressed ? " to press" : "") +
+               QLatin1String(state.checkable ? (state.checked ? " on" : " off") : "") +
                (more.isEmpty() ? more : u':' + more);
     }
     for (int index = 0; index < thing->childCount(); ++index)
@@ -108,10 +113,9 @@ private Q_SLOTS:
             status = {"<b>", colour, up, colour != LinkColour::SerialUp};
             kvn->windows.refresh();
             auto *label = kvn->part("frmMain", "ZarnConnectedLabel");
-            auto *linked = kvn->part("frmMain", "ZarnConnectedImage");
-            auto *down = kvn->part("frmMain", "ZarnNotConnectedImage");
-            QVERIFY(linked->isHidden() != down->isHidden());
-            auto *image = linked->isHidden() ? down : linked;
+            auto *image = kvn->part("frmMain", up ? "ZarnConnectedImage" : "ZarnNotConnectedImage");
+            auto *other = kvn->part("frmMain", up ? "ZarnNotConnectedImage" : "ZarnConnectedImage");
+            QVERIFY(!image->isHidden() && other->isHidden());
             const int width = image->width(), height = image->height();
             const std::string ink = label->palette().windowText().color().name().toStdString();
             QCOMPARE(look(label) + " " + pixel(label, 1, 1) + " " + ink + " " +
@@ -127,19 +131,18 @@ private Q_SLOTS:
         views.connect.IPAddressFrame.visible = views.connect.SerialConnectionFrame.visible = true;
         views.units.AddCorvaneFrame.visible = views.units.IPAddressFrame.visible = true;
         views.units.AvailCorvanesList.entries.resize(30, "A"); // more than there is room for
-        views.connect.SerialPortsCombo = {.control = {.text = "Select Port", .description = "why"},
-                                          .entries = {"Comm3", "Comm7"},
-                                          .chosen = 1};
+        views.connect.SerialPortsCombo = {{.description = "why"}, {"Comm3", "Comm7"}, 1};
         views.messages.dlgOK.OKLabel = {.text = "<b>Größe", .description = "why"};
         views.messages.plainBox.OKLabel.text = views.messages.dlgYesNo.YesNoText.text = "<b>Größe";
         views.connect.ConnectIPOption.lit = views.panel.InputVideoLamp[5].lit = true;
         views.panel.MuteButton[3] = {.text = "Mute", .face = Face::Muted};
         views.panel.MuteButton[4] = {.text = "Mute", .face = Face::Unmuted};
         views.presets.NewPresetButton[5].face = Face::Chosen;
+        views.panel.InputShown[7] = 107;
         kvn->windows.refresh();
-        QStringList all, expected = QString::fromUtf8(Spoken)
-                                        .replace(u'\n', QStringLiteral("; "))
-                                        .split(QStringLiteral("; "));
+        QStringList all;
+        auto expected =
+            QString::fromUtf8(Spoken).split(QRegularExpression(QStringLiteral("; |\n")));
         for (const HelpText &help : HelpTexts) {
             expected += QStringLiteral("Dialog ") + QLatin1String(help.caption);
             for (const char *const paragraph : help.paragraphs)
@@ -147,38 +150,28 @@ private Q_SLOTS:
         }
         for (QWidget *window : QApplication::topLevelWidgets()) {
             const QStringList here = met(spoken(window));
-            QCOMPARE(here.filter(QRegularExpression(QStringLiteral("^\\w+ (:.*)?$"))),
-                     QStringList());
+            QCOMPARE(here.filter(QStringLiteral("nameless")), QStringList());
             QCOMPARE(here.filter(QStringLiteral("Grouping ")).removeDuplicates(), 0);
             for (const auto *label : window->findChildren<QLabel *>())
                 QVERIFY(label->textFormat() == Qt::PlainText ||
                         !Qt::mightBeRichText(label->text()));
             all += here;
         }
-        QVERIFY2(all.size() > 32 * 16 + 32 + 60, qPrintable(QString::number(all.size())));
+        QVERIFY(all.size() > 32 * 16 + 32 + 60);
         QCOMPARE(all.count(QStringLiteral("Graphic Link up")), 4);
         for (const QString &row : expected)
             QVERIFY2(all.contains(row), qPrintable(row));
         QCOMPARE(kvn->part<QComboBox>("dlgConnect", "SerialPortsCombo")->placeholderText(),
                  QStringLiteral("Select Port"));
 
-        const QString press = QAccessibleActionInterface::pressAction();
-        const auto actions = [&](const char *window, const char *name) {
-            return spoken(kvn->part(window, name))->actionInterface();
-        };
-        const auto canPress = [&](const char *window) {
-            return actions(window, "ZarnConnectedLabel")->actionNames().contains(press);
-        };
         kvn->takeWritten();
-        actions(Panel, "MuteButton_3")->doAction(press);
+        spoken(kvn->part(Panel, "MuteButton_3"))->actionInterface()->doAction(Press);
         QTRY_COMPARE(kvn->serialPort.wire.written, std::string("MUT M 3\rSTA O A\rSTA O A\r"));
-        QVERIFY(!canPress(Panel) && canPress("frmMain"));
-        actions("frmMain", "ZarnConnectedLabel")->doAction(press);
+        spoken(kvn->part("frmMain", "ZarnConnectedLabel"))->actionInterface()->doAction(Press);
         QTRY_VERIFY(!kvn->serialPort.isOpen());
-        QVERIFY(!canPress("frmMain"));
         auto *ports = spoken(kvn->part("dlgConnect", "SerialPortsCombo"));
         for (const bool open : {true, false}) {
-            ports->actionInterface()->doAction(press);
+            ports->actionInterface()->doAction(Press);
             QVERIFY(ports->state().expanded == open && (ports->childCount() != 0) == open);
         }
     }
@@ -219,13 +212,9 @@ private Q_SLOTS:
         entries.emplace_back(200, '<');
         kvn->windows.refresh();
         QCoreApplication::processEvents();
-        for (const char *const name : {"AvailCorvanesList", "ConnectChoiceList"}) {
-            const auto *list = kvn->part<QListWidget>(Units, name);
-            QVERIFY(!list->horizontalScrollBar()->maximum() &&
-                    !list->verticalScrollBar()->maximum());
-        }
-        // Only a name that is cut is told by the pointer.
         auto *units = kvn->part<QListWidget>(Units, "AvailCorvanesList");
+        QCOMPARE(units->horizontalScrollBar()->maximum(), 0);
+        // Only a name that is cut is told by the pointer.
         for (const int row : {0, 7}) {
             const QPoint at = units->visualItemRect(units->item(row)).center();
             QHelpEvent pointed(QEvent::ToolTip, at, units->viewport()->mapToGlobal(at));

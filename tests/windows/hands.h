@@ -13,22 +13,6 @@
 #include <functional>
 #include <sstream>
 
-/// A click that goes the way of the user's mouse, so that a modal dialog can hold it off.
-inline void clickOnScreen(QWidget *control, Qt::MouseButton button = Qt::LeftButton) {
-    QTest::mouseClick(control->window()->windowHandle(), button, {},
-                      control->mapTo(control->window(), control->rect().center()));
-}
-
-/// A click on a row of a list; beside the entries where there is no such row.
-inline void pick(QWidget *widget, int row, bool twice = false) {
-    const auto *list = qobject_cast<QListWidget *>(widget);
-    const QRect place = list->visualItemRect(list->item(row));
-    const QPoint at = place.isValid() ? place.center() : list->viewport()->rect().bottomRight();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
-    if (twice)
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
-}
-
 /// The address in a window's boxes: a star where the focus is, in brackets what is selected.
 inline std::string addressIn(const QWidget *window) {
     QStringList all;
@@ -84,6 +68,18 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
         });
     };
     const auto part = [&] { return qobject_cast<QWidget *>(thing()); };
+    // The way of the user's mouse, so that a modal dialog can hold it off.
+    const auto mouse = [&](Qt::MouseButton button) {
+        const QWidget *on = part();
+        QTest::mouseClick(kvn.window(window)->windowHandle(), button, {}, on->mapTo(on->window(), on->rect().center()));
+    };
+    const auto pick = [&](bool twice) { // beside the entries where there is no such row
+        const auto *list = qobject_cast<QListWidget *>(thing());
+        const QRect place = list->visualItemRect(list->item(next().toInt()));
+        const QPoint at = place.isValid() ? place.center() : list->viewport()->rect().bottomRight();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+        if (twice) QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+    };
     const auto front = [&](const std::string &name) {
         kvn.window(window = name)->activateWindow();
         QCoreApplication::processEvents();
@@ -126,8 +122,8 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
         {";", [] {}}, {",", [] {}},
         {"in", [&] { front(word()); }},
         {"click", [&] { kvn.click(window.c_str(), part()->objectName().toStdString()); }},
-        {"point", [&] { clickOnScreen(part()); }},
-        {"right", [&] { clickOnScreen(part(), Qt::RightButton); }},
+        {"point", [&] { mouse(Qt::LeftButton); }},
+        {"right", [&] { mouse(Qt::RightButton); }},
         {"slip", [&] { QTest::mouseRelease(part(), Qt::LeftButton, {}, QPoint(-5, 5)); }},
         {"wheel", [&] { auto *on = part(); const QPointF at = on->rect().center();
                         QWheelEvent turn(at, on->mapToGlobal(at), {}, {0, next().toInt()}, {}, {}, {}, false);
@@ -139,8 +135,8 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
                            QTest::sendKeyEvent(QTest::Click, focus(), Qt::Key_A, letter, Qt::NoModifier); }},
         {"paste", [&] { QGuiApplication::clipboard()->setText(u' ' + next() + u'\n');
                         press(QStringLiteral("Ctrl+V")); }},
-        {"pick", [&] { QWidget *list = part(); pick(list, next().toInt()); }},
-        {"double", [&] { QWidget *list = part(); pick(list, next().toInt(), true); }},
+        {"pick", [&] { pick(false); }},
+        {"double", [&] { pick(true); }},
         {"menu", [&] { qobject_cast<QAction *>(thing())->trigger(); }},
         {"frame", [&] { kvn.window(window)->close(); }},
         {"panel", [&] { kvn.openPanel(); kvn.takeWritten(); front("KVN32x32Audio"); }},

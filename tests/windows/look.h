@@ -60,27 +60,25 @@ struct NamedControl {
 /// All controls of all views.
 inline std::vector<NamedControl> controlsOf(Views &views) {
     auto &[main, messages, c, u, panel, presets, setup, about, help] = views;
-// clang-format off
-    #define MAIN(name) {"frmMain", #name, &main.name}
-    #define CONNECT(name) {"dlgConnect", #name, &c.name}
-    #define UNITS(name) {"dlgControlExisting", #name, &u.name}
+    // clang-format off
+    constexpr const char *Units = "dlgControlExisting";
+    #define OF(window, view, name) {window, #name, &(view).name}
     std::vector<NamedControl> all{
-        MAIN(MainControlButton_0), MAIN(MainControlButton_2), MAIN(ToDisconnectPortLabel), CONNECT(Frame1),
-        CONNECT(ConnectIPOption), CONNECT(ConnectSerialOption), CONNECT(IPAddressFrame), CONNECT(Connect2IPButton),
-        CONNECT(Label2), CONNECT(SerialConnectionFrame), CONNECT(Label1), CONNECT(Connect2SerialButton),
-        {"dlgConnect", "SerialPortsCombo", &c.SerialPortsCombo.control}, UNITS(OptionsFrame), UNITS(OKButton),
-        UNITS(AddCorvaneFrame), UNITS(Label2_0), UNITS(Label2_1), UNITS(Text3), UNITS(Label3), UNITS(ControlledbyText),
-        {"dlgControlExisting", "AvailCorvanesList", &u.AvailCorvanesList.control}, UNITS(IPAddressFrame),
-        {"dlgControlExisting", "ConnectChoiceList", &u.ConnectChoiceList.control}, UNITS(AddCorvaneCommand),
-        UNITS(CancelCommand), UNITS(StatusLabel), {"dlgPresets", "ExitPresets", &presets.ExitPresets},
-        {"dlgPresets", "ExecutePresetButton", &presets.ExecutePresetButton}};
-    #undef MAIN
-    #undef CONNECT
-    #undef UNITS
+        OF("frmMain", main, MainControlButton_0), OF("frmMain", main, MainControlButton_2),
+        OF("frmMain", main, ToDisconnectPortLabel), OF("dlgConnect", c, Frame1), OF("dlgConnect", c, ConnectIPOption),
+        OF("dlgConnect", c, ConnectSerialOption), OF("dlgConnect", c, IPAddressFrame), OF("dlgConnect", c, Label1),
+        OF("dlgConnect", c, Connect2IPButton), OF("dlgConnect", c, Label2), OF("dlgConnect", c, SerialConnectionFrame),
+        OF("dlgConnect", c, Connect2SerialButton), {"dlgConnect", "SerialPortsCombo", &c.SerialPortsCombo.control},
+        OF(Units, u, OptionsFrame), OF(Units, u, OKButton), OF(Units, u, AddCorvaneFrame), OF(Units, u, Label2_0),
+        OF(Units, u, Label2_1), OF(Units, u, Text3), {Units, "AvailCorvanesList", &u.AvailCorvanesList.control},
+        OF(Units, u, Label3), OF(Units, u, ControlledbyText), {Units, "ConnectChoiceList", &u.ConnectChoiceList.control},
+        OF(Units, u, IPAddressFrame), OF(Units, u, AddCorvaneCommand), OF(Units, u, CancelCommand),
+        OF(Units, u, StatusLabel), OF("dlgPresets", presets, ExecutePresetButton), OF("dlgPresets", presets, ExitPresets)};
+    #undef OF
     // clang-format on
     for (std::size_t index = 0; index < u.OptionsCommand.size(); ++index)
-        all.push_back({"dlgControlExisting", "OptionsCommand_" + std::to_string(index),
-                       &u.OptionsCommand.at(index)});
+        all.push_back(
+            {Units, "OptionsCommand_" + std::to_string(index), &u.OptionsCommand.at(index)});
     const auto addRow = [&all](const char *window, const std::string &name, auto &row) {
         for (int slot = 1; slot <= row.last(); ++slot)
             all.push_back({window, name + "_" + std::to_string(slot), &row[slot]});
@@ -98,9 +96,10 @@ inline std::string entries(QWidget *widget) {
     const auto *combo = qobject_cast<QComboBox *>(widget);
     const auto *list = combo ? combo->view() : qobject_cast<QAbstractItemView *>(widget);
     const QAbstractItemModel *model = list->model();
-    const bool none = !list->selectionModel()->hasSelection();
-    const int marked = none ? -1 : list->currentIndex().row();
-    const int chosen = combo && !list->isVisible() ? combo->currentIndex() : marked;
+    const QModelIndexList marked = list->selectionModel()->selectedIndexes();
+    const int chosen = combo && !list->isVisible() ? combo->currentIndex()
+                       : marked.empty()            ? -1
+                                                   : marked.first().row();
     std::string all;
     for (int row = 0; row < model->rowCount(); ++row) {
         const std::string text = model->index(row, 0).data().toString().toStdString();
