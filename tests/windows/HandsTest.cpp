@@ -143,9 +143,9 @@ private Q_SLOTS:
             {"click GoToPresets in dlgPresets focus key Down key Right*3 focus walk Tab*3 key Down*3 focus",
              "NewPreset1, NewPreset12, ExecutePreset, ExitPresets, NewPreset12, ExecutePreset"},
             {"from InVideoAudio1 Left from OutVolume5 Shift+Right from InVideoAudio16 Right from OutAudio5 Down "
-             "from OutVolume5 Right from InAudio5 Right from InVideo5 Right walk Up from Mute17 Up from Mute25 Right*8",
+             "from OutVolume5 Left from InAudio5 Right from InVideo5 Right walk Up from Mute17 Up from Mute25 Right*8",
              "InVideoAudio1, OutVolume5, InVideoAudio16, InAudioConnected5, "
-             "OutVolume6, InVideo6, InAudio5, InVideoAudio5, OutVolume32, Mute24"},
+             "OutVolume4, InVideo6, InAudio5, InVideoAudio5, OutVolume32, Mute24"},
             {"from OutVolume21 Down*2 walk Right from OutVolume32 Down*2 from Take Down from GoToPresets Right*3",
              "Take, Clear, Exit, VolumeUp, Exit"}});
         check("panel ", { // fewer columns below than above, and past what is hidden

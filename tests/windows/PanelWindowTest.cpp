@@ -169,6 +169,7 @@ private Q_SLOTS:
         const QSize left = screen.size() - window->frameGeometry().size();
         QVERIFY(screen.contains(window->frameGeometry()) &&
                 std::min(left.width(), left.height()) <= 1);
+        QVERIFY((screen.center() - window->frameGeometry().center()).manhattanLength() <= 2);
         window->resize(300, 200); // and is scrolled
         QCOMPARE(window->findChild<QScrollArea *>()->widget()->size(), QSize(592, 439));
         // It opens anew where it does not fit any more, and stays as the user made it otherwise.

@@ -103,19 +103,22 @@ private Q_SLOTS:
     void init() { kvn.emplace(UnitOptions{.model = "KVN-32x32-RGBA"}); }
 
     void showTheLink() {
-        LinkStatusView &status = openAll().main.status;
+        MainView &view = openAll().main;
+        const QSize size = kvn->window("frmMain")->sizeHint();
         for (const auto &[colour, up, looks] :
              {std::tuple(LinkColour::ButtonFace, true, "<b> #e0e0e0 #1c2128 #148c3c #148c3c"),
               {LinkColour::NetworkUp, false, "<b> #ff8000 #1c2128 #b02828 #eef0f3"},
               {LinkColour::SerialUp, true, "<b> hidden #00c000 #ffffff #148c3c #148c3c"},
               {LinkColour::SerialDown, false, "<b> #c00000 #ffffff #b02828 #eef0f3"},
               {LinkColour::NotConnected, true, "<b> #ff0000 #ffffff #148c3c #148c3c"}}) {
-            status = {"<b>", colour, up, colour != LinkColour::SerialUp};
+            view.status = {"<b>", colour, up, colour != LinkColour::SerialUp};
+            view.ToDisconnectPortLabel.visible = up; // which keeps its place
             kvn->windows.refresh();
             auto *label = kvn->part("frmMain", "ZarnConnectedLabel");
             auto *image = kvn->part("frmMain", up ? "ZarnConnectedImage" : "ZarnNotConnectedImage");
             auto *other = kvn->part("frmMain", up ? "ZarnNotConnectedImage" : "ZarnConnectedImage");
             QVERIFY(!image->isHidden() && other->isHidden());
+            QVERIFY(label->isHidden() || kvn->window("frmMain")->sizeHint() == size);
             const int width = image->width(), height = image->height();
             const std::string ink = label->palette().windowText().color().name().toStdString();
             QCOMPARE(look(label) + " " + pixel(label, 1, 1) + " " + ink + " " +
