@@ -125,7 +125,7 @@ private Q_SLOTS:
         QWidget *pointed = on("InputVideoAudioButtons_5");
         QTest::mouseMove(window->windowHandle(), pointed->mapTo(window, QPoint(9, 9)));
         QCOMPARE(pixel(sheet, pointed->x(), pointed->geometry().center().y()),
-                 std::string("#005fb8"));
+                 std::string("#606872"));
         QVERIFY(qobject_cast<QLabel *>(on("Label1"))->alignment() & Qt::AlignHCenter);
         QVERIFY(on("TakeButton")->font().bold() && !on("ClearButton")->font().bold());
         auto *name = qobject_cast<QLabel *>(on("KVNNameLabel"));
