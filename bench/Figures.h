@@ -26,3 +26,5 @@ void measureProtocol(Figures &figures);
 void measureStart(Figures &figures);
 void measureWindows(Figures &figures);
 void measureExchanges(Figures &figures);
+/// Takes in real time, that many on each link: 1.1 and 2.6 seconds each.
+void measureTakes(Figures &figures, int count);

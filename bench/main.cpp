@@ -1,4 +1,5 @@
-// Measures what the program costs. Prints a table and fails when a bound is missed.
+// Measures what the program costs. Prints a table and fails when a bound is missed. With a number
+// it measures that many takes in real time on each link instead.
 
 #include "Application.h"
 #include "Figures.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <exception>
 
@@ -42,10 +44,14 @@ int main(int argc, char **argv) {
     applyProgramLook();
     Figures figures;
     try {
-        measureStart(figures);
-        measureExchanges(figures);
-        measureWindows(figures);
-        measureProtocol(figures);
+        if (const int takes = argc > 1 ? std::atoi(argv[1]) : 0; takes > 0) {
+            measureTakes(figures, takes);
+        } else {
+            measureStart(figures);
+            measureExchanges(figures);
+            measureWindows(figures);
+            measureProtocol(figures);
+        }
     } catch (const std::exception &error) {
         std::fprintf(stderr, "KVNBench: %s\n", error.what());
         return EXIT_FAILURE;
