@@ -57,36 +57,38 @@ SavedUnits unitsIn(const std::string &text) {
 }
 
 /// Name, kind and address of all units of a file, with as many reads as that takes.
-std::vector<std::string> allUnitsIn(std::string text) {
-    std::vector<std::string> all;
+std::string allUnitsIn(std::string text) {
+    std::string all;
     while (!text.empty()) {
         const SavedUnits units = unitsIn(text);
-        for (int index = 1; index <= units.ControlBlockCount; ++index) {
-            const auto &[name, kind, ip] = units.KVNControlBlocks[index];
+        for (const auto &[name, kind, ip] : units.KVNControlBlocks) {
             std::string address = kind == EtherType ? ip : "";
             std::erase(address, ' ');
             // An address that is missing is four empty numbers once it was saved.
             if (!name.empty())
-                all.push_back(name + "\n" + kind + "\n" + (address == "..." ? "" : address));
+                all += name + "\n" + kind + "\n" + (address == "..." ? "" : address) + "\n";
         }
         text = units.LeftOut;
     }
     return all;
 }
 
-/// What of the unit is connected, muted and set, which must be within its bounds.
-std::string stateOf(const Unit &unit) {
-    std::string state;
+/// What the unit reports, which must be what it is like, and within bounds.
+std::string reportOf(Unit unit) {
+    std::string report = unit.answer("STA O A");
+    RoutingState routing;
+    ParseOutputStatus(routing, report, FindStatusStart(report), unit.outputs());
     for (int output = 1; output <= unit.outputs(); ++output) {
-        const int video = unit.videoInput(output), audio = unit.audioInput(output);
-        for (const int input : {video, audio})
+        const auto &[number, a, mute, b, c, level, audio, d, video] = routing.Outputs[output];
+        must(mute == (unit.muted(output) ? 'M' : 'U') && level == unit.volume(output) &&
+                 audio == std::to_string(unit.audioInput(output)) &&
+                 video == std::to_string(unit.videoInput(output)),
+             "the report tells what the unit is like");
+        for (const int input : {unit.videoInput(output), unit.audioInput(output)})
             must((input >= 1 && input <= unit.inputs()) || input == 255, "a source is an input");
-        const int level = std::stoi(unit.volume(output));
-        must(level >= -45 && level <= 5, "a level is within bounds");
-        state += std::to_string(output) + (unit.muted(output) ? "M" : "U") + std::to_string(level) +
-                 "," + std::to_string(audio) + "," + std::to_string(video) + ";";
+        must(std::stoi(level) >= -45 && std::stoi(level) <= 5, "a level is within bounds");
     }
-    return state;
+    return report;
 }
 
 } // namespace
@@ -167,7 +169,7 @@ void commands(const std::string &input) try {
     const std::string model = input.substr(0, end), sent = input.substr(end);
     Unit unit({.model = model}), same = unit;
     UnitPort port(unit), slowPort(same);
-    std::string all, pieces, state = stateOf(same);
+    std::string all, pieces, report = reportOf(same);
     for (const auto &[command, answer] : port.receive(sent))
         all += command + "\r" + answer;
     for (const char byte : sent) {
@@ -177,26 +179,13 @@ void commands(const std::string &input) try {
             must(command.size() <= Unit::MaxCommand + 1, "no more is kept of a command");
             must(!echo || answer.starts_with(command + "\r"), "the echo comes first");
             const std::string told = answer.substr(echo ? command.size() + 1 : 0);
-            const bool reports = told.starts_with("\r\nSTA O ") || told.starts_with("\r\nVOL L ");
-            const bool refused = told == "\r\nERROR\r\n";
-            must(refused || told.empty() || told == "\r\nOk\r\n" ||
-                     told == "\r\n" + model + "\r\n" || (reports && told.ends_with("\r\n")),
-                 "an answer has one of the known forms");
-            const std::string before = std::exchange(state, stateOf(same));
-            must(!refused || state == before, "what is refused changes nothing");
+            must(told.empty() || (told.starts_with("\r\n") && told.ends_with("\r\n")),
+                 "an answer has lines of its own");
+            const std::string before = std::exchange(report, reportOf(same));
+            must(told != "\r\nERROR\r\n" || report == before, "what is refused changes nothing");
         }
     }
-    must(all == pieces, "pieces are the same commands");
-    RoutingState routing;
-    const std::string report = unit.answer("STA O A");
-    ParseOutputStatus(routing, report, FindStatusStart(report), unit.outputs());
-    std::string read;
-    for (int output = 1; output <= unit.outputs(); ++output) {
-        const OutputStatusRecord &record = routing.Outputs[output];
-        read += record.OutputNumberText + record.MuteFlag + record.VolumeText + "," +
-                record.AudioInputText + "," + record.VideoInputText + ";";
-    }
-    must(read == state, "the report tells what the unit is like");
+    must(all == pieces && reportOf(unit) == report, "pieces are the same commands");
 } catch (const std::invalid_argument &) { // there is no such unit
 }
 
