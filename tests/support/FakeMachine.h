@@ -38,12 +38,11 @@ public:
         if (ended())
             return;
         show();
-        if (!turnTaken) {
+        if (!std::exchange(turnTaken, false)) {
             eachTurn();
             turnTaken = true;
             return;
         }
-        turnTaken = false;
         if (!scheduled.empty() && (!deadline || scheduled.begin()->first <= *deadline))
             runNext();
         else if (deadline)
@@ -100,12 +99,10 @@ public:
     explicit FakeSerialPort(FakePump &pump) : wire(pump) {}
 
     FakeWire wire;
-    std::set<int> present;                  ///< ports that open
-    std::map<int, std::string> devices;     ///< of ports that are not tty and the number
-    std::map<int, LinkFailure> failures;    ///< of ports that do not open; the others': NoDevice
-    std::map<int, SerialDeviceFacts> facts; ///< of ports that are not just there
-    std::string holderName;                 ///< of every port
-    std::vector<std::string> log;           ///< "open 7 38400,N,8,1", "close"
+    std::set<int> present;        ///< ports that open
+    std::set<int> swapped;        ///< ports that are another device now
+    std::set<int> held;           ///< ports whose device is there and does not open
+    std::vector<std::string> log; ///< "open 7 38400,N,8,1", "close"
 
     /// Takes the open device away, as when its cable is pulled, and tells so.
     void vanish() {
@@ -115,32 +112,30 @@ public:
     }
 
     [[nodiscard]] SerialDevice device(int number) const override {
-        const auto renamed = devices.find(number);
-        return {number, renamed == devices.end() ? usualName(number) : renamed->second};
+        return {number, (swapped.contains(number) ? "other" : "tty") + std::to_string(number)};
     }
     [[nodiscard]] std::vector<SerialDeviceFacts>
     look(const std::vector<SerialDevice> &asked) const override {
-        std::vector<SerialDeviceFacts> all;
-        for (const SerialDevice &device : asked) {
-            all.push_back(facts.contains(device.number) ? facts.at(device.number)
-                                                        : SerialDeviceFacts());
-            if (present.contains(device.number))
-                all.back().presence = SerialDeviceFacts::Presence::There;
+        std::vector<SerialDeviceFacts> all(asked.size());
+        for (std::size_t index = 0; index < all.size(); ++index) {
+            if (const int number = asked[index].number;
+                present.contains(number) || held.contains(number))
+                all[index].presence = SerialDeviceFacts::Presence::There;
+            all[index].adapter = asked[index].number == 1 ? "FTDI" : "";
         }
         return all;
     }
-    [[nodiscard]] std::string holder(const SerialDevice &) const override { return holderName; }
+    [[nodiscard]] std::string holder(const SerialDevice &) const override { return "minicom"; }
     void open(const SerialDevice &device, std::string_view settings) override {
         openPort = 0;
         place = "COM" + std::to_string(device.number);
         if (!present.contains(device.number))
             throw LinkError("Opening", place, "no such device",
-                            failures.contains(device.number) ? failures[device.number]
-                                                             : LinkFailure::NoDevice);
+                            held.contains(device.number) ? LinkFailure::NotPermitted
+                                                         : LinkFailure::NoDevice);
         openPort = device.number;
-        const bool usual = device.name == usualName(device.number);
-        log.push_back("open " + std::to_string(device.number) + " " + std::string(settings) +
-                      (usual ? "" : " " + device.name));
+        log.push_back("open " + std::to_string(openPort) + " " + std::string(settings) +
+                      (device.name.starts_with("tty") ? "" : " " + device.name));
     }
     void close() override {
         openPort = 0;
@@ -156,8 +151,6 @@ public:
     std::string readAll() override { return std::exchange(input, {}); }
 
 private:
-    static std::string usualName(int number) { return "tty" + std::to_string(number); }
-
     int openPort = 0;
     std::string place = "COM0";
     std::string input;

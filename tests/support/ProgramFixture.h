@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Windows.h"
-#include "support/FakeMachine.h"
+#include "support/Player.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -10,14 +10,12 @@
 #include <string>
 
 /// The whole program with its real windows on a fake machine. Windows and their controls are found
-/// by their names.
-class ProgramFixture : public FakeMachine {
+/// by their names. What a player plays goes past the windows, which show it.
+class ProgramFixture : public Player {
 public:
     explicit ProgramFixture(UnitOptions options = {});
 
-    Program program{services()};
     Windows windows{program};
-    std::string messages; ///< the texts of those that were closed, " | " between them
 
     [[nodiscard]] static QWidget *window(const std::string &name);
     template <class Control = QWidget>
@@ -29,13 +27,8 @@ public:
 
     /// Clicks a button, which must be seen and enabled.
     static void click(const char *windowName, const std::string &name);
-    /// A mouse click even on what is no button, or not enabled.
-    static void clickAnything(const char *windowName, const std::string &name);
 
-    /// Every message that comes from now on is noted and closed with OK.
-    void answerMessages();
-    /// Chooses COM7, or types 10.11.12.13, in the connection dialog that is about to open.
-    void connectInDialog(bool overNetwork);
-    /// From the start window through the connection dialog to an open panel.
-    void openPanel(bool overNetwork = false);
+    /// From the start window through the connection dialog to an open panel. Messages are closed
+    /// from then on.
+    void openPanel(bool network = false);
 };
