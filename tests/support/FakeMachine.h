@@ -116,12 +116,11 @@ public:
     }
     [[nodiscard]] std::vector<SerialDeviceFacts>
     look(const std::vector<SerialDevice> &asked) const override {
-        std::vector<SerialDeviceFacts> all(asked.size());
-        for (std::size_t index = 0; index < all.size(); ++index) {
-            if (const int number = asked[index].number;
-                present.contains(number) || held.contains(number))
-                all[index].presence = SerialDeviceFacts::Presence::There;
-            all[index].adapter = asked[index].number == 1 ? "FTDI" : "";
+        std::vector<SerialDeviceFacts> all;
+        for (const auto &[number, name] : asked) {
+            all.push_back({.adapter = number == 1 ? "FTDI" : ""});
+            if (present.contains(number) || held.contains(number))
+                all.back().presence = SerialDeviceFacts::Presence::There;
         }
         return all;
     }
@@ -129,10 +128,10 @@ public:
     void open(const SerialDevice &device, std::string_view settings) override {
         openPort = 0;
         place = "COM" + std::to_string(device.number);
+        const bool isHeld = held.contains(device.number);
         if (!present.contains(device.number))
             throw LinkError("Opening", place, "no such device",
-                            held.contains(device.number) ? LinkFailure::NotPermitted
-                                                         : LinkFailure::NoDevice);
+                            isHeld ? LinkFailure::NotPermitted : LinkFailure::NoDevice);
         openPort = device.number;
         log.push_back("open " + std::to_string(openPort) + " " + std::string(settings) +
                       (device.name.starts_with("tty") ? "" : " " + device.name));
@@ -187,12 +186,12 @@ public:
         pump.in(connectDelay, [this, mine] {
             if (mine != connection)
                 return;
-            currentState = host == Host::Answers   ? SocketState::Connected
-                           : host == Host::Refuses ? SocketState::Closed
-                                                   : SocketState::Failed;
+            currentState = host == Host::Refuses ? SocketState::Closed : SocketState::Failed;
             reason = "the host did not take the connection";
-            if (host == Host::Answers)
-                connectComplete();
+            if (host != Host::Answers)
+                return;
+            currentState = SocketState::Connected;
+            connectComplete();
         });
     }
     void close() override {

@@ -50,7 +50,7 @@ std::string why(const Views &views) {
     if (shown.toolTip != shown.description || option.toolTip != ports.toolTip ||
         option.description != ports.description)
         return "not the same everywhere";
-    return "(" + replaced(shortened(shown.toolTip), "\n", "|") + ")";
+    return "(" + replaced(shown.toolTip, "\n", "|") + ")";
 }
 
 /// The saved units: title, focus and what is enabled, then name, kind, the chosen rows, address
@@ -74,51 +74,45 @@ std::string operation(const UnitsView &view) {
 /// The slots of an array that are seen.
 std::map<int, Control> seen(const SlotControls &controls) {
     std::map<int, Control> shown;
-    for (int slot = 0; slot <= 32; ++slot) {
+    for (int slot = 0; slot <= 32; ++slot)
         if (controls[slot].visible)
             shown[slot] = controls[slot];
-    }
     return shown;
 }
 
-/// The groups of buttons by which something is picked.
-const std::array<std::pair<const char *, SlotControls PanelView::*>, 6> Groups{
-    {{"iB", &PanelView::InputVideoAudioButtons},
-     {"iV", &PanelView::InputVideoButtons},
-     {"iA", &PanelView::InputAudioButtons},
-     {"oB", &PanelView::OutputVidAudButtons},
-     {"oV", &PanelView::OutputVideoButtons},
-     {"oA", &PanelView::OutputAudioButtons}}};
+/// "iB", "iV", "iA", "oB", "oV" or "oA" for buttons that pick and for lamps.
+std::string markOf(const SlotArray &array) {
+    const std::string kind = array.spoken;
+    return (array.side == Side::Input ? "i" : "o") + std::string(kind == "video and audio" ? "B"
+                                                                 : kind[0] == 'v'          ? "V"
+                                                                                           : "A");
+}
 
 /// The buttons that are marked as what the next take sends.
 std::string marked(const PanelView &panel) {
     std::string text;
-    for (const auto &[mark, array] : Groups) {
-        for (const auto &[slot, button] : seen(panel.*array))
-            text += button.picked ? (text.empty() ? "" : " ") + (mark + std::to_string(slot)) : "";
-    }
-    return text;
+    for (const SlotArray &array : SlotArrays)
+        for (const auto &[slot, button] : seen(panel.*array.controls))
+            text += button.picked ? " " + markOf(array) + std::to_string(slot) : "";
+    return text.substr(text.empty() ? 0 : 1);
 }
 
 /// What is picked: "BVA BVA" for the groups of inputs and outputs, with "-" for a disabled one and
 /// "?" for one that is neither; then the lamps that are lit; then the three lists.
 std::string picked(const PanelView &panel) {
-    std::string text;
-    for (const auto &[mark, array] : Groups) {
-        const auto buttons = seen(panel.*array);
+    std::string groups, lamps;
+    for (const SlotArray &array : SlotArrays) {
+        const auto shown = seen(panel.*array.controls);
         const auto enabled =
-            std::ranges::count_if(buttons, [](auto &entry) { return entry.second.enabled; });
-        text += text.size() == 3 ? " " : "";
-        text += enabled == std::ssize(buttons) ? mark[1] : enabled == 0 ? '-' : '?';
+            std::ranges::count_if(shown, [](auto &entry) { return entry.second.enabled; });
+        const std::string mark = markOf(array);
+        for (const auto &[slot, lamp] : shown)
+            lamps += lamp.lit ? " " + mark + std::to_string(slot) : "";
+        if (array.kind == ControlKind::Button && *array.spoken != 'm')
+            groups += enabled == std::ssize(shown) ? mark[1] : enabled == 0 ? '-' : '?';
+        groups += groups.size() == 3 ? " " : "";
     }
-    for (const auto &[mark, lamps] : {std::pair(" iV", &panel.InputVideoLamp),
-                                      {" iA", &panel.InputAudioLamp},
-                                      {" oV", &panel.OutputVideoIndicator},
-                                      {" oA", &panel.OutputAudioIndicator}}) {
-        for (const auto &[slot, lamp] : seen(*lamps))
-            text += lamp.lit ? mark + std::to_string(slot) : "";
-    }
-    return text + " " + panel.SelectedOutputsHolder.text + "|" +
+    return groups + lamps + " " + panel.SelectedOutputsHolder.text + "|" +
            panel.SelectedAudioOutputsHolder.text + "|" + panel.CurrentInputHolder.text;
 }
 
@@ -189,46 +183,48 @@ void Player::learnLooks() {
     const LinkState &link = program.link;
     // clang-format off
     looks = {
-        {"sent", [&] { return shortened(takeWritten()); }},
-        {"file", [&] { return shortened(files.contentsOf[FileOfUnits]); }},
-        {"backup", [&] { return shortened(files.contentsOf["program/KVNConfigurator.bak"]); }},
-        {"forms", [&] { std::string all;
+        {"sent", [&] { return takeWritten(); }}, {"file", [&] { return files.contentsOf[FileOfUnits]; }},
+        {"backup", [&] { return files.contentsOf["program/KVNConfigurator.bak"]; }},
+        {"forms", [&] { ListControl open;
                         for (const auto &[name, view, form] : forms)
-                            all += !view.loaded ? "" : (all.empty() ? "" : " ") + ((view.minimised ? "min-" : "") + name);
-                        return all; }},
+                            if (view.loaded) open.entries.push_back((view.minimised ? "min-" : "") + name);
+                        return textOf(open); }},
         // The link, as start window, saved units, connection dialog and panel show it, "?" where
         // caption and picture differ; then what is open, "!" where a flag says something else.
-        {"link", [&] { const bool connected = socket.state() == SocketState::Connected;
-                       std::string all = (serialPort.isOpen() ? "o" : "") + std::string(connected ? "o" : "");
-                       if (link.SerialPortOpen != serialPort.isOpen() || link.IPLinkOpenFlag != connected) all += "!";
-                       for (const auto *shown : {&panel.status, &views.connect.status, &views.units.status, &views.main.status})
-                           all = (shown->linkUp == (shown->caption == "Not Connected") ? "?"
-                                  : shown->showsConnected() ? "+" : "-") + all;
-                       return all; }},
+        {"link", [&] { const bool port = serialPort.isOpen(), host = socket.state() == SocketState::Connected;
+                       std::string all;
+                       for (const auto *at : {&views.main.status, &views.units.status, &views.connect.status,
+                                              &panel.status})
+                           all += at->linkUp == (at->caption == "Not Connected") ? '?'
+                                                                    : at->showsConnected() ? '+' : '-';
+                       return all + (port ? "o" : "") + (host ? "o" : "") +
+                           (link.SerialPortOpen == port && link.IPLinkOpenFlag == host ? "" : "!"); }},
         {"time", [&] { std::ostringstream text; text << (pump.now() - start) / second; return text.str(); }},
         {"log", [&] { return textOf(ListControl{.entries = serialPort.log}); }},
-        {"caption", [&] { return shortened(views.main.status.caption); }},
+        {"caption", [&] { return views.main.status.caption; }},
         {"kind", [&] { return link.LinkKind == NoLinkKind ? "-" : std::string(1, link.LinkKind); }},
         {"flags", [&] { const MessageState &shown = program.messageState;
                         return replaced(marks({{'I', link.IPConnectingFlag}, {'F', link.FindingPortsFlag},
-                            {'W', program.savedUnits.WaitingForConnectionFlag}, {'P', program.panel.PanelFromSavedUnits},
-                            {'M', shown.MessageShowing}, {'B', shown.PlainBoxShowing}, {'Q', shown.YesNoShowing}}), "-", ""); }},
+                            {'W', program.savedUnits.WaitingForConnectionFlag},
+                            {'P', program.panel.PanelFromSavedUnits}, {'M', shown.MessageShowing},
+                            {'B', shown.PlainBoxShowing}, {'Q', shown.YesNoShowing}}), "-", ""); }},
         // What is red, waits, is busy, disabled or open for a while only.
-        {"passing", [&] { const bool panelOpen = panel.form.loaded && !pump.ended();
+        {"passing", [&] { const bool isOpen = panel.form.loaded && !pump.ended();
+                          const auto &[button, label] = std::tie(panel.TakeButton, panel.OutputVolumeLabel);
                           const PresetsView &presets = views.presets;
-                          return replaced(marks({{'T', panelOpen && panel.TakeButton.face == Face::Busy},
-                              {'W', panelOpen && panel.OutputVolumeLabel.visible && panel.OutputVolumeLabel.text == "Wait..."},
+                          return replaced(marks({{'T', isOpen && button.face == Face::Busy},
+                              {'W', isOpen && label.visible && label.text == "Wait..."},
                               {'P', presets.form.loaded && presets.ExecutePresetButton.face == Face::Busy},
-                              {'U', !panelOpen && views.units.form.loaded && !views.units.AddCorvaneFrame.enabled},
+                              {'U', !isOpen && views.units.form.loaded && !views.units.AddCorvaneFrame.enabled},
                               {'C', !views.connect.Connect2IPButton.enabled}, {'S', views.setup.loaded}}), "-", ""); }},
         // The ports that were opened for use, and how often a host was dialled.
         {"used", [&] { std::string all;
                        for (const std::string &entry : serialPort.log)
                            if (entry.ends_with(" 38400,N,8,1")) all += entry.substr(5, entry.find(' ', 5) - 4);
-                       return all + "x" + std::to_string(std::ranges::count_if(socket.log, [](auto &entry) {
-                           return entry.starts_with("connect"); })); }},
-        {"dialog", [&] { return shortened(dialog(views.connect)); }}, {"why", [&] { return why(views); }},
-        {"operation", [&] { return shortened(operation(views.units)); }},
+                       const auto dialled = [](auto &entry) { return entry.starts_with("connect"); };
+                       return all + "x" + std::to_string(std::ranges::count_if(socket.log, dialled)); }},
+        {"dialog", [&] { return dialog(views.connect); }}, {"why", [&] { return why(views); }},
+        {"operation", [&] { return operation(views.units); }},
         {"list", [&] { return textOf(ListControl{.entries = views.units.AvailCorvanesList.entries}); }},
         // The volume controls and the hint that are seen; the levels of two outputs.
         {"volume", [&] { const Control &label = panel.OutputVolumeLabel;
@@ -248,8 +244,8 @@ void Player::learnLooks() {
         {"type", [&] { return panel.CorvaneTypeLabel.text + " " + panel.form.focus; }},
         {"slots", [&] { return slotsOf(panel, Side::Input) + ", " + slotsOf(panel, Side::Output); }},
         {"outputs", [&] { return output(panel, 1) + ", " + output(panel, 2); }},
-        {"marked", [&] { program.panelForm.describe(); return marked(panel); }}, {"picked", [&] { return picked(panel); }},
-        {"left", [&] { return left(panel, program.panel, unit); }},
+        {"marked", [&] { program.panelForm.describe(); return marked(panel); }},
+        {"picked", [&] { return picked(panel); }}, {"left", [&] { return left(panel, program.panel, unit); }},
         // What the pointer shows over a control of the panel, and what is spoken if that differs.
         {"tip", [&] { program.panelForm.describe();
                       const auto line = rest.find('_');

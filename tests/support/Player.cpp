@@ -58,12 +58,6 @@ std::string replaced(std::string text, const std::string &old, const std::string
     return text;
 }
 
-std::string shortened(std::string text) {
-    for (auto row = Shorter.begin(); row != Shorter.end() && !text.empty(); ++row)
-        text = replaced(text, (*row)[0], (*row)[1]);
-    return text;
-}
-
 // clang-format off
 Player::Player(bool network, UnitOptions options)
     : FakeMachine(std::move(options)),
@@ -96,7 +90,7 @@ void Player::play(const std::string &script, bool through) {
     std::optional<double> due;
     const auto run = [this](const std::string &word) {
         if (!careful || can(word))
-            see(shortened(failureOf<std::runtime_error>([&] { act(word); })));
+            see(failureOf<std::runtime_error>([&] { act(word); }));
     };
     for (std::string word; list >> word;) {
         const auto colon = word.find(':');
@@ -134,11 +128,18 @@ void Player::turn() {
     hear(2, question.form, "<" + question.YesNoText.text + ">", onQuestion);
 }
 
+void Player::see(const std::string &text) {
+    std::string seen = text;
+    for (auto row = Shorter.begin(); row != Shorter.end() && !seen.empty(); ++row)
+        seen = replaced(seen, row->front(), row->back());
+    log += (log.empty() || seen.empty() ? "" : " ") + seen;
+}
+
 void Player::hear(std::size_t from, const FormView &form, const std::string &text,
                   const std::string &reaction) {
     if (std::exchange(said[from], form.raised) == form.raised || !form.loaded)
         return;
-    see(shortened(text));
+    see(text);
     play(reaction);
 }
 
@@ -146,7 +147,7 @@ void Player::noteStatus() {
     const UnitsView &units = views.units;
     const std::string now = units.StatusLabel.text + (units.AddCorvaneFrame.enabled ? "" : "*");
     if (units.StatusLabel.visible && std::exchange(status, now) != now)
-        see(shortened(now));
+        see(now);
 }
 
 Player::Word Player::onPanel(const std::string &name, const std::string &slot) {
@@ -282,7 +283,7 @@ void Player::learnWords() {
         {"level", {[&] { play("STA=U,0,V," + rest + ",1,D,1 take v1 note"); }}},
         // The file of saved units: its text, so many units in it, no file, failures.
         {"file", {[&] { files.contentsOf[FileOfUnits] = rest.empty() ? UnitA + UnitB : rest; }}},
-        {"holds", {[&] { for (files.contentsOf.clear(); number > 0; --number) files.contentsOf[FileOfUnits] += UnitA; }}},
+        {"holds", {[&] { std::string all; while (number-- > 0) all += UnitA; files.contentsOf[FileOfUnits] = all; }}},
         {"gone", {[&] { files.contentsOf.clear(); }}}, {"save", {[&] { files.failure = rest; }}},
         {"read", {[&] { files.readFailure = rest; }}},
         // Time passes; what was sent is forgotten.

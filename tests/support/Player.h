@@ -14,9 +14,6 @@ inline const std::string FileOfUnits = "program/KVNConfigurator.ini";
 
 std::string replaced(std::string text, const std::string &old, const std::string &by);
 
-/// A text as a log shows it.
-std::string shortened(std::string text);
-
 /// The program and a user who plays words: what is clicked, typed or closed, what happens to the
 /// machine, and what is looked at. Player.cpp and Looks.cpp list them. A word may end in a number,
 /// or in "=" and a text: "iB3", "unit=-1". Each one is through before the next begins, but for
@@ -77,7 +74,7 @@ private:
     void hear(std::size_t from, const FormView &form, const std::string &text,
               const std::string &reaction);
     void noteStatus();
-    void see(const std::string &text) { log += (log.empty() || text.empty() ? "" : " ") + text; }
+    void see(const std::string &text);
     [[nodiscard]] std::string troublesAnew(bool overTheNetwork);
     [[nodiscard]] std::string state(); ///< what must stay as it is after the end
     void learnWords();

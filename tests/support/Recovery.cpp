@@ -49,37 +49,24 @@ void Player::calmDown() {
 }
 
 std::string Player::troublesAnew(bool overTheNetwork) {
-    std::string all;
-    const auto must = [&all](const char *what, const std::string &is, const std::string &expected) {
-        all +=
-            is == expected ? "" : std::string("\n  ") + what + ": " + is + " and not " + expected;
-    };
-    const auto now = [&](const char *what, const std::string &expected) {
-        must(what, look(what), expected);
-    };
-    must("log", log.substr(std::min(log.find("!!! "), log.size())), "");
+    std::string all = log.substr(std::min(log.find("!!! "), log.size()));
+    log.clear();
     careful = false;
     overNetwork = overTheNetwork;
     onMessage = "-message", onQuestion = "yes";
-    // All is closed and nothing is under way.
-    now("forms", "main"), now("flags", "");
-    const bool isUp = look("link").starts_with('+');
-    now("link", isUp ? "++++o" : "----");
-    play(isUp ? "label" : "");
-    now("link", "----");
-    // It works as if nothing had been.
     for (FakeWire *wire : {&serialPort.wire, &socket.wire})
         wire->device("\r"); // ends what was sent of a command
     unit = Unit();
-    log.clear();
-    play("note open");
-    must("connecting says", log, "");
-    now("link", "++++o"), now("left", ""), now("flags", "");
-    play("iB3 oB2 oB1 take");
-    now("sent", "Con 3(1,2)3F (1,2);Q"), now("left", ""), now("take", "idle");
-    now("outputs", "3|3|MUTE green|Vol -20, 3|3|MUTE green|Vol -20");
+    // All is closed and nothing is under way; then it works as if nothing had been.
+    const bool isUp = look("link").starts_with('+');
+    play(isUp ? "?forms ?flags ?link label" : "?forms ?flags");
+    play("?link note open ?link ?left ?flags iB3 oB2 oB1 take ?sent ?left ?take ?outputs exit "
+         "units");
+    const std::string output = "3|3|MUTE green|Vol -20";
+    const std::string well = (isUp ? "main ++++o" : "main") +
+                             (" ---- ++++o Con 3(1,2)3F (1,2);Q idle " + output + ", " + output);
+    all += log == well ? "" : "\n  " + log + "\n  and not " + well;
     // The units of the file, and another one.
-    play("exit units");
     auto names = views.units.AvailCorvanesList.entries;
     std::erase(names, "");
     play("add name=Last go back");
@@ -88,27 +75,27 @@ std::string Player::troublesAnew(bool overTheNetwork) {
     std::string list;
     for (const std::string &name : names)
         list += "KVN NAME = " + name + "\n";
-    must("lost units", std::to_string(lost(list, files.contentsOf[FileOfUnits], true)), "0");
+    if (lost(list, files.contentsOf[FileOfUnits], true) != 0)
+        all += "\n  not all in the file: " + list;
     for (std::size_t at = 1; at < files.versions.size(); ++at) {
         const auto &[before, failedBefore] = files.versions[at - 1];
         const auto &[after, failed] = files.versions[at];
         if (lost(before, after, true) > 1 || lost(before, after, false) > 1 + failed)
-            must("a save", after, before);
+            all += "\n  a save made " + after + " of " + before;
     }
+    pump.show();
     log.clear();
     leave();
-    must("the end says", log, "");
-    return all;
+    return all + (log.empty() ? "" : "\n  the end says " + log);
 }
 
 std::string Player::troubles(bool overTheNetwork) {
     try {
         pump.runFor(10'000.0, [] { return false; });
         const std::string all = pump.ended() ? "" : troublesAnew(overTheNetwork);
-        const bool isOpen = atTheEnd.find(" a link is open ") != atTheEnd.npos;
-        return state() == atTheEnd && !isOpen
-                   ? all
-                   : all + "\n  the end: " + state() + " and not " + atTheEnd;
+        const bool isWell =
+            state() == atTheEnd && atTheEnd.find(" a link is open ") == atTheEnd.npos;
+        return isWell ? all : all + "\n  the end: " + state() + " and not " + atTheEnd;
     } catch (const std::exception &error) {
         return std::string("\n  thrown: ") + error.what();
     }

@@ -50,13 +50,12 @@ public:
         // Nothing is left of the walk before.
         QCursor::setPos(0, 0);
         QGuiApplication::clipboard()->setText(QStringLiteral(" 172.16.0.9\n"));
-        if (const int where = below(4); where < 2)
-            kvn.openPanel(where == 0);
-        std::string found = walk(EventsOfAWalk);
+        if (below(2) == 0)
+            kvn.openPanel(below(2) == 0);
+        const std::string found = walk(EventsOfAWalk);
         closePopups();
-        if (const std::string left = kvn.visibleWindows(); !left.empty())
-            found += "\n  windows are left: " + left;
-        return wrong.empty() ? found : found + "\n  " + wrong;
+        check(kvn.visibleWindows().empty(), "windows are left: " + kvn.visibleWindows());
+        return found + wrong;
     }
 
 private:
@@ -71,63 +70,68 @@ private:
     }
 
     /// Mostly a control, each kind of them as likely but those that leave a window.
-    std::pair<QWidget *, QPoint> anyPlace() {
-        if (QWidget *popup = QApplication::activePopupWidget(); popup && below(4) != 0)
-            return {popup, {below(popup->width()), below(popup->height())}};
+    QWidget *anyPlace(QPoint &at) {
+        QWidget *popup = QApplication::activePopupWidget();
         QWidget *panel = kvn.window(Panel); // where most is to be done
-        QWidget *window = isUsable(panel) && below(2) == 0 ? panel : anyWindow();
+        QWidget *window = popup && below(4) != 0             ? popup
+                          : isUsable(panel) && below(2) == 0 ? panel
+                                                             : anyWindow();
         if (window->isMinimized())
             window->showNormal();
-        if (!QApplication::activePopupWidget() && below(8) != 0)
+        if (!popup && below(8) != 0)
             window->activateWindow();
         auto &kinds = controlsIn[window];
-        for (QWidget *part : kinds.empty() ? window->findChildren<QWidget *>() : QWidgetList()) {
+        for (QWidget *part : kinds.empty() ? window->findChildren<QWidget *>() : QWidgetList())
             if (part->window() == window && part->focusPolicy() != Qt::NoFocus)
                 kinds[part->objectName().section(u'_', 0, 0)].push_back(part);
-        }
         for (int tried = 0; !kinds.empty() && tried < 8; ++tried) {
             static const QRegularExpression leaving(QStringLiteral("Exit|OK|Cancel"));
             const auto &[kind, parts] = anyOf(kinds);
             const QWidget *part = anyOf(parts);
-            const QPoint middle = part->mapTo(window, part->rect().center());
-            if (part->isVisible() && part->isEnabled() && window->rect().contains(middle) &&
+            at = part->mapTo(window, part->rect().center());
+            if (part->isVisible() && part->isEnabled() && window->rect().contains(at) &&
                 (below(4) == 0 || !kind.contains(leaving)))
-                return {window, middle};
+                return window;
         }
-        return {window, {below(window->width()), below(window->height())}};
+        at = {below(window->width()), below(window->height())};
+        return window;
     }
 
     // clang-format off
     void happen() override {
         if (below(80) == 0) compareWithViews();
-        const auto [window, at] = anyPlace();
+        QPoint at;
+        QWidget *const window = anyPlace(at);
         QWindow *const screen = window->windowHandle();
         const std::vector<std::pair<int, std::function<void()>>> deeds{ // by how often they come
-            {33, [&, at = at] { QTest::mouseClick(screen, Qt::LeftButton, {}, at); }},
-            {3, [&, at = at] { QTest::mouseClick(screen, Qt::RightButton, {}, at); }},
-            {4, [&, at = at] { QTest::mouseMove(screen, at); }},
-            {2, [&, at = at] { QTest::mousePress(screen, Qt::LeftButton, {}, at);
+            {33, [&] { QTest::mouseClick(screen, Qt::LeftButton, {}, at); }},
+            {3, [&] { QTest::mouseClick(screen, Qt::RightButton, {}, at); }},
+            {4, [&] { QTest::mouseMove(screen, at); }},
+            {2, [&] { QTest::mousePress(screen, Qt::LeftButton, {}, at);
                       QTest::mouseRelease(screen, Qt::LeftButton, {}, {below(400), below(300)}); }},
-            {6, [&, at = at, window = window] { QWidget *under = window->childAt(at);
-                      QWheelEvent turn(at, window->mapToGlobal(at), {}, {0, anyOf(std::array{120, -60})}, {}, {}, {}, false);
+            {6, [&] { QWidget *const under = window->childAt(at);
+                      QWheelEvent turn(at, window->mapToGlobal(at), {}, {0, 120 - 180 * below(2)}, {}, {}, {}, false);
                       QCoreApplication::sendEvent(under ? under : window, &turn); }},
             {25, [&] { const auto keys = QKeySequence::fromString(QLatin1String(anyOf(Keys)))[0];
-                       sendKey(keys, QString(QLatin1Char(keys.key() < 0x7F ? QTest::keyToAscii(keys.key()) : '\0'))); }},
+                       sendKey(keys, QLatin1Char(keys.key() < 0x7F ? QTest::keyToAscii(keys.key()) : '\0')); }},
             {5, [&] { for (const QChar letter : QString::fromLatin1(anyOf(Texts))) sendKey(Qt::Key_A, letter); }},
-            {6, [&, window = window] { const auto lists = window->findChildren<QListWidget *>();
+            {6, [&] { const auto lists = window->findChildren<QListWidget *>();
                       if (auto *list = lists.empty() ? nullptr : anyOf(lists); list && list->isVisible())
                           pick(list, below(list->count() + 1), below(3) == 0); }},
-            {3, [&, window = window] { const auto menus = window->findChildren<QMenu *>();
+            {3, [&] { const auto menus = window->findChildren<QMenu *>();
                       if (!menus.empty()) anyOf(menus.first()->actions())->trigger(); }},
-            {3, [&, window = window] { if (window->objectName() != QLatin1String("frmMain")) window->close(); }},
+            {3, [&] { if (window->objectName() != QLatin1String("frmMain")) window->close(); }},
             {1, [&] { if (auto *panel = kvn.window(Panel); isUsable(panel)) panel->showMinimized(); }},
             {9, [&] { play(Mishaps); }}, {4, [&] { play({"heal"}); }}};
-        int left = below(104);
-        for (const auto &[often, deed] : deeds) {
-            if ((left -= often) < 0) return deed();
-        }
+        auto deed = deeds.begin();
+        for (int left = below(104); left >= deed->first; left -= (deed++)->first) {}
+        deed->second();
     }
     // clang-format on
+
+    void check(bool right, const std::string &otherwise) {
+        wrong += right || !wrong.empty() ? "" : "\n  " + otherwise;
+    }
 
     void rest() override {
         closePopups();
@@ -135,9 +139,6 @@ private:
     }
 
     void compareWithViews() {
-        const auto check = [this](bool right, const std::string &otherwise) {
-            wrong += right || !wrong.empty() ? "" : otherwise;
-        };
         std::map<std::string, bool> seen;
         for (std::size_t number = 0; number < WindowNames.size(); ++number) {
             const std::string name = WindowNames.at(number);
@@ -160,13 +161,12 @@ private:
                       dynamic_cast<Lamp *>(widget),
                   name + " is told otherwise");
         }
-        const UnitsView &units = kvn.views.units;
-        for (const ListControl *list : {&units.AvailCorvanesList, &units.ConnectChoiceList}) {
+        for (const ListControl *list :
+             {&kvn.views.units.AvailCorvanesList, &kvn.views.units.ConnectChoiceList}) {
             std::string all;
-            for (int row = 0; row < int(list->entries.size()); ++row) {
-                const auto text =
-                    QString::fromLatin1(list->entries[std::size_t(row)]).toStdString();
-                all += row == list->chosen ? "[" + text + "]" : " " + text + " ";
+            for (const std::string &entry : list->entries) {
+                const bool isChosen = &entry - list->entries.data() == list->chosen;
+                all += (isChosen ? "[" : " ") + shown(entry).toStdString() + (isChosen ? "]" : " ");
             }
             check(!seen[Units] || entries(widgets[&list->control]) == all, "a list is not " + all);
         }
