@@ -206,15 +206,10 @@ public:
         const auto alive = [this, mine = connection] {
             return mine == connection && currentState == SocketState::Connected;
         };
-        pump.in(sendDelay, [this, alive] {
-            if (alive())
-                sendComplete();
-        });
+        pump.in(sendDelay, [this, alive] { alive() ? sendComplete() : void(); });
         wire.pass(text, [this, alive](const std::string &piece) {
-            if (!alive())
-                return;
-            input += piece;
-            dataArrival();
+            if (alive())
+                input += piece, dataArrival();
         });
     }
     std::string readAll() override { return std::exchange(input, {}); }

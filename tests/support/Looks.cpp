@@ -47,10 +47,9 @@ std::string why(const Views &views) {
     const Control &option = views.connect.ConnectSerialOption;
     const auto &[form, message, button] = views.messages.dlgOK;
     const Control &shown = form.loaded ? message : option;
-    if (shown.toolTip != shown.description || option.toolTip != ports.toolTip ||
-        option.description != ports.description)
-        return "not the same everywhere";
-    return "(" + replaced(shown.toolTip, "\n", "|") + ")";
+    const bool same = shown.toolTip == shown.description && option.toolTip == ports.toolTip &&
+                      option.description == ports.description;
+    return same ? "(" + replaced(shown.toolTip, "\n", "|") + ")" : "not the same everywhere";
 }
 
 /// The saved units: title, focus and what is enabled, then name, kind, the chosen rows, address

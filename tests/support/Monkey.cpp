@@ -20,7 +20,7 @@ std::string Monkey::walk(int events) {
         user.pump.in(at, [this] { happen(); });
     }
     user.pump.in(at, [&] { leaves ? user.leave() : user.calmDown(); });
-    user.pump.in(at + 300.0, [this] { rest(); });
+    user.pump.in(at + 195.0, [this] { rest(); });
     const std::string trouble = user.troubles(below(2) == 0);
     return trouble.empty() ? trouble : trouble + "\n " + played;
 }

@@ -28,7 +28,7 @@ public:
 
 protected:
     virtual void happen() = 0;
-    /// All has ended and is closed but the start window.
+    /// All has ended; the panel and the saved units may be open.
     virtual void rest() {}
 
     int below(int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); }

@@ -39,7 +39,10 @@ void Player::calmDown() {
     // Each message may have hidden another one, and what waited for a window goes on.
     for (int round = 1; round <= 20; ++round)
         pump.in(9.0 * round, [close] { close({"message", "box", "question", "connect"}); });
-    pump.in(199.0, [this] { see(look("passing").empty() ? "" : "!!! stays " + look("passing")); });
+    pump.in(190.0, [this, close] {
+        see(look("passing").empty() ? "" : "!!! stays " + look("passing"));
+        close({"presets"});
+    });
     for (const double moment : {200.0, 220.0, 240.0})
         pump.in(moment, [this, close] {
             close({"presets"});

@@ -32,7 +32,7 @@ void closePopups() {
         popup->close();
 }
 
-void sendKey(const QKeyCombination &keys, const QString &text) {
+void sendKey(const QKeyCombination &keys, QChar text) {
     QWidget *top = QApplication::activePopupWidget();
     top = top ? top : QApplication::activeWindow();
     if (isUsable(top))
@@ -113,7 +113,7 @@ private:
                       QWheelEvent turn(at, window->mapToGlobal(at), {}, {0, 120 - 180 * below(2)}, {}, {}, {}, false);
                       QCoreApplication::sendEvent(under ? under : window, &turn); }},
             {25, [&] { const auto keys = QKeySequence::fromString(QLatin1String(anyOf(Keys)))[0];
-                       sendKey(keys, QLatin1Char(keys.key() < 0x7F ? QTest::keyToAscii(keys.key()) : '\0')); }},
+                       sendKey(keys, QChar::fromLatin1(keys.key() < 0x7F ? QTest::keyToAscii(keys.key()) : '\0')); }},
             {5, [&] { for (const QChar letter : QString::fromLatin1(anyOf(Texts))) sendKey(Qt::Key_A, letter); }},
             {6, [&] { const auto lists = window->findChildren<QListWidget *>();
                       if (auto *list = lists.empty() ? nullptr : anyOf(lists); list && list->isVisible())
@@ -140,26 +140,25 @@ private:
 
     void compareWithViews() {
         std::map<std::string, bool> seen;
-        for (std::size_t number = 0; number < WindowNames.size(); ++number) {
-            const std::string name = WindowNames.at(number);
+        const auto forms = kvn.views.forms();
+        for (auto form = forms.begin(); const std::string name : WindowNames) {
             const QWidget *window = kvn.window(name);
-            const FormView &form = *kvn.views.forms().at(number);
             const bool isSeen = window && window->isVisible();
             seen[name] = isSeen && !window->isMinimized();
-            check(isSeen == form.loaded && (!isSeen || seen[name] != form.minimised),
+            check(isSeen == (*form)->loaded && (!isSeen || seen[name] != (*form)->minimised),
                   name + " is not as its form");
+            ++form;
         }
         for (const auto &[window, name, control] : controls) {
             if (!seen[window] || name == "KVNNameLabel")
                 continue;
             QWidget *&widget = widgets[control];
             widget = widget ? widget : kvn.part(window.c_str(), name);
-            const std::string shows = look(widget);
-            check(shows == wanted(widget, *control), name + " shows " + shows);
-            check(widget->toolTip() == tipOf(control->toolTip), name + " has another tip");
-            check(widget->accessibleDescription().toStdString() == control->description ||
-                      dynamic_cast<Lamp *>(widget),
-                  name + " is told otherwise");
+            const std::string told = widget->accessibleDescription().toStdString();
+            check(look(widget) == wanted(widget, *control) &&
+                      widget->toolTip() == tipOf(control->toolTip) &&
+                      (told == control->description || dynamic_cast<Lamp *>(widget)),
+                  name + " shows " + look(widget) + hints(widget));
         }
         for (const ListControl *list :
              {&kvn.views.units.AvailCorvanesList, &kvn.views.units.ConnectChoiceList}) {
