@@ -23,7 +23,7 @@ public:
         : Monkey(player, seed), player(below(2) == 0, {.model = "KVN-" + anyOf(Models)}) {}
 
 private:
-    void happen() override { play(below(3) == 0 ? Mishaps : Deeds); }
+    void happen() override { play(below(2) == 0 ? Mishaps : Deeds); }
 
     Player player;
 };

@@ -28,8 +28,7 @@ public:
 
 protected:
     virtual void happen() = 0;
-    /// All has ended; the panel and the saved units may be open.
-    virtual void rest() {}
+    virtual void end() { user.calmDown(); }
 
     int below(int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); }
     template <class All> auto anyOf(const All &all) {

@@ -99,6 +99,7 @@ private:
 
     // clang-format off
     void happen() override {
+        checkMessage();
         if (below(80) == 0) compareWithViews();
         QPoint at;
         QWidget *const window = anyPlace(at);
@@ -133,9 +134,22 @@ private:
         wrong += right || !wrong.empty() ? "" : "\n  " + otherwise;
     }
 
-    void rest() override {
-        closePopups();
-        compareWithViews();
+    void end() override {
+        user.calmDown();
+        user.pump.in(195.0, [this] {
+            closePopups();
+            compareWithViews();
+        });
+    }
+
+    /// A message that comes over a window that blocks the others can be answered.
+    void checkMessage() {
+        const auto &[message, box, question] = kvn.views.messages;
+        const int blocking = box.form.raised + kvn.views.connect.form.raised;
+        const bool sameBlocks = std::exchange(blocked, blocking) == blocking;
+        if (std::exchange(raised, message.form.raised) != message.form.raised &&
+            message.form.loaded)
+            check(!sameBlocks || isUsable(kvn.window("dlgOK")), "a message cannot be answered");
     }
 
     void compareWithViews() {
@@ -175,6 +189,7 @@ private:
     std::vector<NamedControl> controls = controlsOf(kvn.views);
     std::map<const Control *, QWidget *> widgets;
     std::map<const QWidget *, std::map<QString, std::vector<QWidget *>>> controlsIn; ///< by kind
+    int raised = 0, blocked = 0; ///< how often a message was raised, and what blocks the others
     std::string wrong;
 };
 
