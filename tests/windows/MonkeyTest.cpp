@@ -172,7 +172,7 @@ private:
             check(look(widget) == wanted(widget, *control) &&
                       widget->toolTip() == tipOf(control->toolTip) &&
                       (told == control->description || dynamic_cast<Lamp *>(widget)),
-                  name + " shows " + look(widget) + hints(widget));
+                  name + " shows " + look(widget) + " and tells " + told);
         }
         for (const ListControl *list :
              {&kvn.views.units.AvailCorvanesList, &kvn.views.units.ConnectChoiceList}) {

@@ -26,6 +26,15 @@ inline std::string addressIn(const QWidget *window) {
     return all.join(u'.').toStdString();
 }
 
+/// A click on a row of a list; beside the entries where there is no such row.
+inline void pick(QListWidget *list, int row, bool twice = false) {
+    const QRect place = list->visualItemRect(list->item(row));
+    const QPoint at = place.isValid() ? place.center() : list->viewport()->rect().bottomRight();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+    if (twice)
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+}
+
 /// Plays what the user does, in words, beginning in the start window. Steps have " ; " between them
 /// and 10 seconds, so that all that waits for time alone is over, or " , " and a moment; a step may
 /// come while the one before still waits for the user. Names go without "Button(s)",
@@ -72,13 +81,6 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
     const auto mouse = [&](Qt::MouseButton button) {
         const QWidget *on = part();
         QTest::mouseClick(kvn.window(window)->windowHandle(), button, {}, on->mapTo(on->window(), on->rect().center()));
-    };
-    const auto pick = [&](bool twice) { // beside the entries where there is no such row
-        const auto *list = qobject_cast<QListWidget *>(thing());
-        const QRect place = list->visualItemRect(list->item(next().toInt()));
-        const QPoint at = place.isValid() ? place.center() : list->viewport()->rect().bottomRight();
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
-        if (twice) QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
     };
     const auto front = [&](const std::string &name) {
         kvn.window(window = name)->activateWindow();
@@ -135,8 +137,8 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
                            QTest::sendKeyEvent(QTest::Click, focus(), Qt::Key_A, letter, Qt::NoModifier); }},
         {"paste", [&] { QGuiApplication::clipboard()->setText(u' ' + next() + u'\n');
                         press(QStringLiteral("Ctrl+V")); }},
-        {"pick", [&] { pick(false); }},
-        {"double", [&] { pick(true); }},
+        {"pick", [&] { auto *in = qobject_cast<QListWidget *>(thing()); pick(in, next().toInt()); }},
+        {"double", [&] { auto *in = qobject_cast<QListWidget *>(thing()); pick(in, next().toInt(), true); }},
         {"menu", [&] { qobject_cast<QAction *>(thing())->trigger(); }},
         {"frame", [&] { kvn.window(window)->close(); }},
         {"panel", [&] { kvn.openPanel(); kvn.takeWritten(); front("KVN32x32Audio"); }},
