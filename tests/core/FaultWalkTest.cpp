@@ -1,16 +1,14 @@
 #include "support/Player.h"
 
-#include <ranges>
-
 namespace {
 
-constexpr int ToUnit = 0, FromUnit = 1, Turns = 2;
+constexpr std::size_t ToUnit = 0, FromUnit = 1, Turns = 2;
 
 /// What goes wrong from the byte of that number on: cut, silent, garbled, split, flooding; or the
 /// window that is closed in the turn of that number of all waits.
 struct Fault {
     std::string what{};
-    int in = Turns;
+    std::size_t in = Turns;
     std::size_t at = 0;
 };
 
@@ -67,7 +65,7 @@ public:
 
 private:
     /// What of the bytes gets through.
-    std::string spoilt(int way, std::string text, FakeWire &wire) {
+    std::string spoilt(std::size_t way, std::string text, FakeWire &wire) {
         const std::size_t begin = passed[way];
         const std::size_t at = std::max(begin, fault.at) - begin;
         passed[way] += isOver ? 0 : text.size();
@@ -78,7 +76,8 @@ private:
         else if (fault.what == "flooding")
             text.insert(at, "\r\n  Output 1 (A,M,0,V,5," + std::string(2000, '('));
         else if (fault.what == "garbled")
-            std::ranges::for_each(text | std::views::drop(at), [](char &byte) { byte ^= 0x15; });
+            for (std::size_t byte = at; byte < text.size(); ++byte)
+                text[byte] ^= 0x15;
         else
             text.resize(at);
         if (fault.what == "cut") {
@@ -96,7 +95,7 @@ private:
 };
 
 /// One session for each fault there.
-void plays(const Walk &well, const std::string &faults, int in, std::size_t at) {
+void plays(const Walk &well, const std::string &faults, std::size_t in, std::size_t at) {
     std::istringstream names(faults);
     for (Fault fault{.in = in, .at = at}; names >> fault.what;) {
         const Walk walk(well.overNetwork, fault);
