@@ -56,8 +56,12 @@ done
 wmctrl -c "$title"
 wait "$controller" || fail "the controller ended with status $?"
 
-# The system gives the C library and those of the compiler, and nothing else.
-foreign=$(sed -n 's/.*calling init: //p' "$own"/loaded.* | sort -u | grep -vF "$unpacked/" |
-    grep -vE '/(ld-linux[-a-z0-9_]*|lib(c|m|resolv|gcc_s|stdc\+\+))\.so\.[0-9]+$' || true)
+# The system gives the C library, with what this looks users up with, and those of the compiler, and
+# nothing else. What the programs start, such as a message bus, is the system's too.
+grep -lF "initialize program: $unpacked/" "$own"/loaded.* | xargs -d '\n' cat >"$own/log"
+sed -n 's,.*file=\([^ ]*\) .* by [^ ]*/libnss_.*,/\1,p' "$own/log" >"$own/for-users"
+foreign=$(sed -n 's/.*calling init: //p' "$own/log" | sort -u | grep -vF "$unpacked/" |
+    grep -vE '/(ld-linux[-a-z0-9_]*|lib(c|m|resolv|gcc_s|stdc\+\+|nss_[a-z]+))\.so\.[0-9]+$' |
+    grep -vFf "$own/for-users" || true)
 [ -z "$foreign" ] || fail "not carried: $foreign"
 echo "$name runs with what it carries."

@@ -25,7 +25,13 @@ ConnectWindow::ConnectWindow(dlgConnect &connectForm, const ConnectView &connect
     layout->addStretch();
     keepPlaceWhenHidden(addLinkRow(layout, view.status, grown(28)));
     setFixedSize(grown(QSize(420, 300)));
-    whenKey(Qt::Key_Escape, [this] { dialog.unload(); });
+    // While an assistive technology listens, the window's keys come before those of an open list.
+    whenKey(Qt::Key_Escape, [this] {
+        if (SerialPortsCombo->view()->isVisible())
+            SerialPortsCombo->hidePopup();
+        else
+            dialog.unload();
+    });
     leadByArrows();
 }
 

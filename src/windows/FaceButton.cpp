@@ -76,7 +76,7 @@ void FaceButton::showPointed() {
         return;
     }
     // The face colour means something, so the pointer shows at the edge only.
-    pointedRing = new Ring(parentWidget(), &colour::Ground::pointed);
+    pointedRing = new Ring(parentWidget(), &colour::Ground::pointed, 1.0);
     pointedRing->surround(this);
 }
 

@@ -8,7 +8,7 @@
 #include <QMenuBar>
 #include <QPainter>
 
-FocusRing::FocusRing(QWidget *ofWindow) : Ring(ofWindow, &colour::Ground::focus) {
+FocusRing::FocusRing(QWidget *ofWindow) : Ring(ofWindow, &colour::Ground::focus, 2.0) {
     connect(qApp, &QApplication::focusChanged, this, [this, ofWindow](QWidget *, QWidget *now) {
         // A menu bar marks its title itself.
         const bool marked =
@@ -17,7 +17,8 @@ FocusRing::FocusRing(QWidget *ofWindow) : Ring(ofWindow, &colour::Ground::focus)
     });
 }
 
-Ring::Ring(QWidget *parent, QColor colour::Ground::*ofGround) : QFocusFrame(parent), ink(ofGround) {
+Ring::Ring(QWidget *parent, QColor colour::Ground::*ofGround, double thinLines)
+    : QFocusFrame(parent), ink(ofGround), lines(thinLines) {
     hide();
 }
 
@@ -53,7 +54,7 @@ bool Ring::eventFilter(QObject *watched, QEvent *event) {
 void Ring::paintEvent(QPaintEvent *) {
     if (!control)
         return;
-    const double width = lineWidth(*control, 2.0);
+    const double width = lineWidth(*control, lines);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(

@@ -10,7 +10,8 @@
 class Ring : public QFocusFrame {
 public:
     /// @param ofGround its colour
-    Ring(QWidget *parent, QColor colour::Ground::*ofGround);
+    /// @param thinLines how many of them it is as heavy as
+    Ring(QWidget *parent, QColor colour::Ground::*ofGround, double thinLines);
 
     /// @param surrounded null: none, the ring is hidden
     void surround(QWidget *surrounded);
@@ -23,6 +24,7 @@ private:
     void follow();
 
     QColor colour::Ground::*ink;
+    double lines;
     QPointer<QWidget> control;
 };
 

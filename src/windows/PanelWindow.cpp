@@ -109,7 +109,10 @@ void PanelWindow::fitScreen() {
 
 void PanelWindow::fit(const QMargins &frame) {
     fittedFor = frame;
-    const QRect free = screen()->availableGeometry().marginsRemoved(frame);
+    QRect free = screen()->availableGeometry().marginsRemoved(frame);
+    // The frame is told in logical pixels, and may be larger by a part of one.
+    if (screen()->devicePixelRatio() != 1.0)
+        free.adjust(0, 0, -1, -1);
     QWidget *menu = layout()->menuBar();
     menu->ensurePolished();
     const QSize aroundSheet(0, menu->heightForWidth(free.width()));
@@ -362,7 +365,8 @@ void PanelWindow::place(Placed &placed) const {
         const int missing = std::max(0, placed.widget->sizeHint().width() + 6 - place.width());
         const int toTheLeft = placed.growth == Growth::ToBothSides ? missing / 2 : 0;
         place.adjust(-toTheLeft, 0, missing - toTheLeft, 0);
-        place.translate(-std::max(0, place.right() + 1 - sheet->width()), 0);
+        const QRect card = onSheet(InputsCard, sheet->size());
+        place.translate(-std::max(0, place.right() - card.right()), 0);
     }
     placed.widget->setGeometry(place);
 }

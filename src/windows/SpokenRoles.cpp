@@ -11,6 +11,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QApplication>
 #include <QHideEvent>
 
 #include <algorithm>
@@ -198,12 +199,19 @@ void announce(QWidget &window, const QString &text) {
     QAccessibleAnnouncementEvent event(&window, text);
     QAccessible::updateAccessibility(&event);
 #else
+    // What any window said before is not news any more.
     Notice *notice = nullptr;
-    for (QObject *child : window.children())
-        notice = notice ? notice : dynamic_cast<Notice *>(child);
+    for (QWidget *other : QApplication::topLevelWidgets()) {
+        for (QObject *child : other->children()) {
+            auto *old = dynamic_cast<Notice *>(child);
+            if (old)
+                old->hide();
+            if (old && other == &window)
+                notice = old;
+        }
+    }
     if (!notice)
         notice = new Notice(&window);
-    notice->hide();
     notice->setAccessibleName(text);
     notice->show();
     QAccessibleEvent event(notice, QAccessible::Alert);

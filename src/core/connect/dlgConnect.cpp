@@ -79,6 +79,7 @@ void dlgConnect::HandleIPOnly() {
 
 void dlgConnect::HandleSerialOnly() {
     LoadForm();
+    focusOn("ConnectSerialOption");
     chooseSerial();
 }
 
