@@ -79,7 +79,7 @@ private Q_SLOTS:
              "SerialPortsCombo, ConnectIPOption, SerialPortsCombo, close, open 2 38400,N,8,1,  Comm1 [Comm2], "
              "Connect2Serial, KVN32x32Audio frmMain"},
             {AtPorts + "wheel SerialPortsCombo -120 list SerialPortsCombo key Down list SerialPortsCombo key Esc focus "
-             "type C list SerialPortsCombo key Esc key End list SerialPortsCombo key Esc ; windows",
+             "type C list SerialPortsCombo key Esc key End list SerialPortsCombo shortcut Esc ; windows",
              " Comm1  Comm2 , [Comm1] Comm2 , SerialPortsCombo,  Comm1 [Comm2],  Comm1 [Comm2], dlgConnect frmMain"}});
     }
 
@@ -101,6 +101,7 @@ private Q_SLOTS:
              "AvailList, OptionsCommand1"},
             {Deleting + "key Down " + At + "key Down " + At, "[A<b>] B ,  A<b> [B]"},
             {Deleting + "key Up " + At, "[A<b>] B "}, {Deleting + "key Home " + At, "[A<b>] B "},
+            {InUnits + "click OptionsCommand2 double AvailList 0 ; in dlgConnect focus", "ConnectSerialOption"},
             {InUnits + "click OptionsCommand2 see AddFrame double AvailList 1 ; windows in KVN32x32Audio see KVNNameLabel",
              "Control Corvane, KVN32x32Audio dlgControlExisting frmMain, B"}});
     }

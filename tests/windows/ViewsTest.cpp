@@ -71,7 +71,7 @@ std::string notices() {
     std::string all;
     for (QWidget *part : QApplication::allWidgets()) {
         const std::string text = part->accessibleName().toStdString();
-        if (text.empty() || spoken(part)->role() != QAccessible::Notification)
+        if (text.empty() || part->isHidden() || spoken(part)->role() != QAccessible::Notification)
             continue;
         all += text + "|";
         part->setAccessibleName(QString());
@@ -195,6 +195,8 @@ private Q_SLOTS:
             {[&] { take.face = Face::Busy; }, ""},
             {[&] { take.face = Face::Neutral; }, "TAKE finished|"},
             {[&] { views.main.status.caption = views.panel.status.caption = "Lost"; }, "Lost|"}, // once, though two show it
+            {[&] { progress.text = "Connecting to 5.6.7.8", kvn->windows.refresh(); volume.text = "Output 4 volume"; },
+             "Output 4 volume|"},
             {[&] { views.panel.form.loaded = false; }, ""},
             {[&] { views.panel.status.caption = volume.text = "Nobody sees it"; }, ""}};
         // clang-format on

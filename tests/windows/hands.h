@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QFocusFrame>
 #include <QMenu>
+#include <QShortcut>
 #include <QWheelEvent>
 #include <QWindow>
 #include <QtTest/QtTest>
@@ -50,6 +51,7 @@ inline void pick(QListWidget *list, int row, bool twice = false) {
 ///                    these milliseconds, "!" marked as a repeat
 ///     type TEXT      into what has the focus;   paste TEXT: with blanks around it
 ///     pick LIST ROW  a click on an entry;   double LIST ROW
+///     shortcut KEY   which the window hears before an open list does
 ///     menu ITEM      of the window's menu;   frame: closes the window
 ///     panel          connects and opens the panel
 ///     refused        by every address;   ports 0, ports 2: so many exist
@@ -139,6 +141,9 @@ inline std::string play(ProgramFixture &kvn, const std::string &steps) {
                         press(QStringLiteral("Ctrl+V")); }},
         {"pick", [&] { auto *in = qobject_cast<QListWidget *>(thing()); pick(in, next().toInt()); }},
         {"double", [&] { auto *in = qobject_cast<QListWidget *>(thing()); pick(in, next().toInt(), true); }},
+        {"shortcut", [&] { const auto keys = QKeySequence::fromString(next());
+                           for (auto *one : kvn.window(window)->findChildren<QShortcut *>())
+                               if (one->key() == keys) QMetaObject::invokeMethod(one, "activated"); }},
         {"menu", [&] { qobject_cast<QAction *>(thing())->trigger(); }},
         {"frame", [&] { kvn.window(window)->close(); }},
         {"panel", [&] { kvn.openPanel(); kvn.takeWritten(); front("KVN32x32Audio"); }},
