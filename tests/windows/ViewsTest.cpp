@@ -29,7 +29,7 @@ Button Output 3 mute on:video from input 3, audio from input 3, volume -20, mute
 Button Output 4 mute off:video from input 4, audio from input 4, volume -20, not muted
 Button Input 5 video on:video to output 5, audio to output 5; Button Input 6 video off:video to output 6, audio to output 6
 Button Preset 5 on; Button Preset 6 off; RadioButton Ethernet on; ComboBox Serial ports:Comm7. why
-EditableText Address part 4; Graphic Link up; EditableText Unit name; List Saved units; List Connection kind
+EditableText Address part)" R"( 4; Graphic Link up; EditableText Unit name; List Saved units; List Connection kind
 EditableText Controlled via; ScrollBar Scroll up and down)";
 // clang-format on
 
