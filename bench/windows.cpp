@@ -61,7 +61,7 @@ void measureWindows(Figures &figures) {
             program.panelForm.MuteButton_Click(1);
             fixture.windows.refresh();
         }));
-        const auto *first = ProgramFixture::part<QLabel>(Panel, "InputVideoConnected_1");
+        const auto *first = ProgramFixture::part<QLineEdit>(Panel, "InputVideoConnected_1");
         if (first->text().toInt() != 1 + (1 + round) % 32)
             throw std::runtime_error("the panel does not show the report");
     }
