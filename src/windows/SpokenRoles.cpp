@@ -194,24 +194,26 @@ QAccessibleInterface *spoken(const QString &, QObject *object) {
 
 void useSpokenRoles() { QAccessible::installFactory(spoken); }
 
+void forgetAnnouncements() {
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        for (QObject *child : window->children()) {
+            if (auto *notice = dynamic_cast<Notice *>(child))
+                notice->hide();
+        }
+    }
+}
+
 void announce(QWidget &window, const QString &text) {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     QAccessibleAnnouncementEvent event(&window, text);
     QAccessible::updateAccessibility(&event);
 #else
-    // What any window said before is not news any more.
     Notice *notice = nullptr;
-    for (QWidget *other : QApplication::topLevelWidgets()) {
-        for (QObject *child : other->children()) {
-            auto *old = dynamic_cast<Notice *>(child);
-            if (old)
-                old->hide();
-            if (old && other == &window)
-                notice = old;
-        }
-    }
+    for (QObject *child : window.children())
+        notice = notice ? notice : dynamic_cast<Notice *>(child);
     if (!notice)
         notice = new Notice(&window);
+    notice->hide();
     notice->setAccessibleName(text);
     notice->show();
     QAccessibleEvent event(notice, QAccessible::Alert);

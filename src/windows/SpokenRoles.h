@@ -9,5 +9,8 @@ class QWidget;
 /// or more often, before a window is made.
 void useSpokenRoles();
 
+/// Takes away what the windows announced before, which is no news any more.
+void forgetAnnouncements();
+
 /// Lets a screen reader speak `text`, of something in `window` that changed without the focus.
 void announce(QWidget &window, const QString &text);

@@ -121,6 +121,8 @@ void Windows::refreshAll() {
         }
         entry.window->refresh();
     }
+    if (!news.empty())
+        forgetAnnouncements();
     for (const auto &[text, window] : std::exchange(news, {}))
         announce(*window, text);
 }
